@@ -1,0 +1,110 @@
+#pragma once
+
+#include <QFlags>
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <vector>
+
+namespace zk {
+
+/// What a notification tells of: a component that goes (the only one that is sent today).
+enum class TOperation { opInsert, opRemove };
+
+enum TComponentStateFlag {
+    csLoading = 1,      ///< values are being read from a form; `Loaded` follows
+    csReading = 2,      ///< a stream is being read right now
+    csWriting = 4,      ///< values are being written
+    csUpdating = 8,     ///< an inherited form is being brought up to date
+    csDesigning = 16,   ///< the component stands in a form designer
+    csDestroying = 32,  ///< the destructor has begun
+};
+Q_DECLARE_FLAGS(TComponentState, TComponentStateFlag)
+
+/// What every component has, whether it is a widget or not: state, `Loaded`, and the news that another component goes.
+///
+/// A component is a QObject that also derives from this class (see `TComponent` for those that are no widgets). Its owner
+/// is its QObject parent, its name the `objectName`.
+///
+/// **Removal.** When a component goes, `Notification(component, opRemove)` is called exactly once on every other component
+/// of the same owner and on every component that asked for it with `FreeNotification`. It happens at the start of the
+/// destructor of the library's class, so that the object can still be identified by pointer, name and class. Whoever is
+/// told drops its reference. GUI thread only.
+class ComponentBase {
+  public:
+    ComponentBase(const ComponentBase&) = delete;
+    ComponentBase& operator=(const ComponentBase&) = delete;
+    virtual ~ComponentBase();
+
+    /// The component as a QObject. Never null.
+    QObject* AsObject() const { return self_; }
+
+    /// The QObject parent, usually the form; null for a component without owner.
+    QObject* Owner() const { return self_->parent(); }
+
+    TComponentState ComponentState() const { return state_; }
+
+    /// Asks that this component be told, through `Notification`, when `other` goes. `other` may be a component or any
+    /// QObject, a plain QWidget for instance (which is then told of from its last base destructor: by pointer only).
+    /// Asking twice, or asking for itself or for null, changes nothing.
+    void FreeNotification(QObject* other);
+
+    /// Takes the request back. Nothing happens where there was none.
+    void RemoveFreeNotification(QObject* other);
+
+    /// `component` is about to go (`opRemove`). The base does nothing; an override calls the inherited one first.
+    virtual void Notification(QObject* component, TOperation operation);
+
+    /// The component's values have been read from a form. The base clears `csLoading`.
+    virtual void Loaded();
+
+    /// A form loader calls this before it sets the values of a form, and `Loaded` when all components have theirs.
+    void BeginLoading() { state_ |= csLoading; }
+
+    /// Marks the component as standing in a form designer.
+    void SetDesigning(bool on) { state_.setFlag(csDesigning, on); }
+
+    /// True from the start of a read, write or inherited update to its end, and while values are loaded: nothing is
+    /// repainted then.
+    bool IsLoadingOrStoring() const { return state_ & (csLoading | csReading | csWriting | csUpdating); }
+
+    /// The component that `object` is, or null. Safe for an object that is being destroyed.
+    static ComponentBase* Of(const QObject* object);
+
+  protected:
+    explicit ComponentBase(QObject* self);
+
+    /// Tells the others, once, that this component goes. Every library class calls it first in its destructor, while the
+    /// object still is of that class; the call from this class's own destructor is for those that do not.
+    void AnnounceRemoval();
+
+    TComponentState state_;
+
+  private:
+    struct Watched {
+        QObject* object;
+        QMetaObject::Connection connection;  ///< for an object that is no component
+    };
+
+    void tell(ComponentBase& other, std::uint64_t epoch);
+    void forget(const QObject* object);
+
+    QObject* self_;
+    std::vector<ComponentBase*> watchers_;  ///< who asked to be told of this one
+    std::vector<Watched> watched_;          ///< whom this one asked to be told of
+    std::uint64_t lastEpoch_ = 0;           ///< the last removal this one was told of
+};
+
+/// A component that is no widget.
+class TComponent : public QObject, public ComponentBase {
+    Q_OBJECT
+  public:
+    /// `owner` deletes the component with itself; it may be null.
+    explicit TComponent(QObject* owner = nullptr);
+    ~TComponent() override;
+};
+
+}  // namespace zk
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(zk::TComponentState)
