@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QPointer>
+#include <QSurfaceFormat>
+#include <QWidget>
+
+class QLabel;
+class QWindow;
+
+namespace zk {
+
+/// The window that OpenGL draws into: a native child window that fills the contents rectangle of a control.
+///
+/// Any QWidget can carry one, so that a canvas can paint into whatever widget the user assigns. The surface follows the
+/// size of its control and lets every mouse event through to it. It lives as long as the control, which owns it, and is
+/// shared by all that draw into the control. What it tells is told on the GUI thread.
+///
+/// The native window below the widget may come and go: a control that moves into another top-level window or is undocked
+/// gets a new one. `Lost` and `Restored` frame that gap.
+class GlSurface : public QWidget {
+    Q_OBJECT
+  public:
+    /// The surface of a control, made at the first call. Null for a null control, and for a control that is being
+    /// destroyed.
+    static GlSurface* Of(QWidget* control);
+
+    /// The surface of a control if it has one already, else null.
+    static GlSurface* Find(const QWidget* control);
+
+    ~GlSurface() override;
+
+    /// What every surface asks of the window system: RGB of 24 bits, the deepest depth buffer up to 32 bits, double
+    /// buffered, no alpha, no stencil, one sample, desktop OpenGL in the compatibility profile. Without alpha the desktop
+    /// never shows through a picture.
+    static QSurfaceFormat RequestedFormat();
+
+    QWidget* Control() const { return parentWidget(); }
+
+    /// The native window with an OpenGL surface, or null where the platform made none.
+    QWindow* Window() const;
+
+    /// True when what is drawn can be seen: the native window is exposed.
+    bool IsExposed() const;
+
+    /// Device pixels per device-independent pixel, 1 to 4 in practice and not always whole.
+    double PixelRatio() const;
+
+    /// The size in device pixels.
+    QSize PixelSize() const;
+
+    /// Shows a text in the place of the picture, for the user who cannot be shown one; an empty text brings the picture
+    /// back.
+    void ShowNotice(const QString& text);
+
+    /// The text on show, empty if none.
+    QString Notice() const;
+
+  Q_SIGNALS:
+    /// The native window is about to go. Contexts that are current on it must be released now.
+    void Lost();
+    /// There is a native window again.
+    void Restored();
+    /// A part of the window must be painted.
+    void Exposed();
+    /// The size in device pixels, or the pixel ratio, has changed.
+    void Resized();
+
+  protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    QPaintEngine* paintEngine() const override { return nullptr; }
+
+  private:
+    explicit GlSurface(QWidget* control);
+
+    void makeWindow();
+    void fill();
+    void announceSize();
+
+    QPointer<QWindow> window_;
+    QPointer<QLabel> notice_;
+    QSize announcedSize_;
+    bool making_ = false;
+};
+
+}  // namespace zk
