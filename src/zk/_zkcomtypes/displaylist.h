@@ -1,0 +1,68 @@
+#pragma once
+
+#include <zk/host/component.h>
+
+#include <QPointer>
+
+#include <vector>
+
+namespace zk {
+
+class TZkShape;
+
+/// An ordered set of shapes that are played one after the other. It does not own them.
+///
+/// A shape that is removed leaves the list when the list is told (it has the same owner, or asked for it). One that is
+/// deleted without the list being told leaves it all the same: the list never plays or returns a shape that is gone.
+class TDisplayList : public TComponent {
+    Q_OBJECT
+  public:
+    explicit TDisplayList(QObject* owner = nullptr);
+    ~TDisplayList() override;
+
+    /// Appends the shape, also one that is in the list already, and invalidates. Null is not added. A shape's own
+    /// reference is not touched: use `TZkShape::SetDisplayList`.
+    void AddShape(TZkShape* S);
+
+    /// Takes the first occurrence out, if any, and invalidates in every case.
+    void RemoveShape(TZkShape* S);
+
+    /// The shape at `Index`, from 0; raises `EListError` outside the list. Never null.
+    TZkShape* GetZkShape(int Index) const;
+    int GetShapeCount() const;
+
+    /// The position of a component in the list, or −1.
+    int INdexOfShape(const QObject* C) const;
+
+    /// On removal of a shape, takes its first occurrence out, without invalidating.
+    void Notification(QObject* component, TOperation operation) override;
+
+    /// Stores the flag and nothing else. False at start.
+    virtual void SetVisible(bool Value);
+    bool GetVisible() const { return visible_; }
+
+    /// If visible: raises `OnPlay`, then plays the shapes that are in the list at that moment, in order. Handlers and
+    /// shapes may add, remove and delete shapes and the list itself: a shape that leaves before its turn is not played,
+    /// one that is added meanwhile waits for the next time, none is skipped or played twice.
+    virtual void Play();
+
+    /// What was compiled from the shapes is out of date. Nothing is compiled here: does nothing.
+    virtual void Invalidate();
+
+  Q_SIGNALS:
+    void OnPlay(QObject* sender);
+
+  protected:
+    bool visible_ = false;
+
+  private:
+    void removeFirst(const QObject* shape);
+    void pack() const;
+
+    /// While the list is being played a removed shape leaves a null entry, so that the indexes of the others stay; the
+    /// entries of shapes deleted elsewhere become null by themselves. `pack` closes the gaps.
+    mutable std::vector<QPointer<TZkShape>> shapes_;
+    int playing_ = 0;
+};
+
+}  // namespace zk

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <zk/_zkxyz/errors.h>
+
+#include <QObject>
+
+#include <cstdint>
+
+namespace zk {
+
+/// An object was to be copied into one that cannot take it: "Cannot assign a … to a …".
+class EAssignError : public EError {
+  public:
+    using EError::EError;
+};
+
+/// Base of the attribute objects: values that tell their owner of every change, singly or in batches.
+///
+/// A handler of `OnChange` may change any attribute object but must not delete the sender (`deleteLater` is fine): the
+/// operation that raised the event is still at work on it.
+class TZkgraphicsobject : public QObject {
+    Q_OBJECT
+  public:
+    explicit TZkgraphicsobject(QObject* parent = nullptr);
+
+    /// Opens (true) or closes (false) a batch of changes. While the count of open batches is not 0, `OnChange` is held
+    /// back; the call that closes the last batch raises it once, whether something changed or not.
+    ///
+    /// The count is signed and never clamped, by choice: a surplus close takes it below 0, raises nothing, and every
+    /// later change stays silent until a matching open brings it back to 0.
+    virtual void SetChanging(bool Value);
+
+    /// Raises `OnChange` if no batch is open (the count is exactly 0).
+    virtual void ChangeD();
+
+    /// Copies this object into `Dest`. No attribute object supports it: always raises `EAssignError`. Values are copied
+    /// with the `Set…` operations instead.
+    virtual void AssignTo(QObject* Dest);
+
+    /// True from the opening of a batch until the count is back below 1.
+    bool GetChanging() const { return changing_; }
+
+  Q_SIGNALS:
+    /// A value may have changed; `sender` is this object. Setters do not compare with the old value.
+    void OnChange(QObject* sender);
+
+  protected:
+    std::int32_t changeCount_ = 0;
+    bool changing_ = false;
+};
+
+}  // namespace zk

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <zk/host/color.h>
+
+namespace zk {
+
+/// The parameters of lighting as a whole. Setters store and do nothing else.
+class TLightModel {
+  public:
+    virtual ~TLightModel() = default;
+
+    virtual TColor Getambient() const;
+    virtual void SetAmbient(TColor Value);
+    /// A number rather than a flag, on purpose: it is handed to OpenGL as one. Other than 0 means that the viewer is
+    /// near.
+    virtual double GetLocalViewer() const;
+    virtual void SetLocalviewer(double Value);
+    virtual bool GetTwoside() const;
+    virtual void SetTwoside(bool Value);
+
+  protected:
+    TColor ambient_ = 0;
+    double localViewer_ = 0;
+    bool twoside_ = false;
+};
+
+}  // namespace zk

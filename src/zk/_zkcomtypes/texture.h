@@ -1,0 +1,93 @@
+#pragma once
+
+#include <zk/_zkcomtypes/graphicsobject.h>
+#include <zk/_zkcomtypes/texturekind.h>
+
+namespace zk {
+
+/// Which picture is laid onto a surface, and how.
+///
+/// A new texture is invisible and otherwise `tkDefault`. Setters store and notify without comparing or checking, except
+/// where noted. No picture file can be loaded yet: a texture keeps the name of its picture but has no pixels and size
+/// 0, as one whose picture cannot be read.
+class TTexture : public TZkgraphicsobject {
+    Q_OBJECT
+    Q_PROPERTY(QString Picture READ GetPicture WRITE SetPicture)
+    Q_PROPERTY(bool Repeating READ GetREpeat WRITE SetRepeat)
+    Q_PROPERTY(zk::TTexFilter Filter READ GetFilter WRITE SetFilter)
+    Q_PROPERTY(zk::TTexEnvMode EnvMode READ GetEnvmode WRITE SetEnvmode)
+    Q_PROPERTY(bool Visible READ GetVisible WRITE SetVisible)
+    Q_PROPERTY(bool BaseFix READ GetbaseFix WRITE SetbaseFix)
+    Q_PROPERTY(double WorldWidth READ getWorldwidth WRITE SetWorldWidth)
+    Q_PROPERTY(double WorldHeight READ getWorldHeight WRITE SetWorldheight)
+  public:
+    explicit TTexture(QObject* parent = nullptr);
+
+    virtual void SetWorldheight(double Value);
+    virtual void SetWorldWidth(double Value);
+    virtual double getWorldHeight() const;
+    virtual double getWorldwidth() const;
+
+    /// The whole description, read through the virtual getters.
+    virtual TTextureKind GettextureKind() const;
+
+    /// Takes over a whole description inside one batch, through the virtual setters, so that observers see one change
+    /// at its end. Pixels, width and height of `Kind` are ignored: they come with the picture. The name is cut to
+    /// `PicNameLength` characters.
+    virtual void SettextureKind(const TTextureKind& Kind);
+
+    virtual bool GetVisible() const;
+    virtual bool GetREpeat() const;
+    virtual TTexFilter GetFilter() const;
+    virtual TTexEnvMode GetEnvmode() const;
+    virtual void SetVisible(bool Value);
+    virtual void SetRepeat(bool Value);
+    virtual void SetFilter(TTexFilter Value);
+    virtual void SetEnvmode(TTexEnvMode Value);
+
+    /// Shows another picture; an empty name is none. The name is cut to `PicNameLength` characters; the current name
+    /// again (case counts) changes nothing and notifies nobody. Otherwise notifies twice: at the end of the batch, and
+    /// once for the name itself.
+    virtual void SetPicture(const PicName& Name);
+
+    /// Size of the picture in pixels, 0 without one.
+    virtual std::int32_t getwidth() const;
+    virtual std::int32_t getHeight() const;
+
+    /// The frame in which the texture is laid.
+    virtual void Setbase(const TBAse& Value);
+    virtual TBAse getBAse() const;
+
+    virtual void SetWidth(std::int32_t Value);
+    virtual void SetHeight(std::int32_t Value);
+
+    /// Stores the pixels alone: no notification, and width and height stay as they are. Whoever hands them on must
+    /// check that there are 3 · width · height bytes.
+    virtual void SetPixels(const TPixels& Value);
+
+    void SetbaseFix(bool Value);
+
+    PicName GetPicture() const { return picture_; }
+    bool GetbaseFix() const { return baseFix_; }
+    const TPixels& GetPixels() const { return pixels_; }
+
+    /// True once `Setbase` was called; the constructor's own defaults count.
+    bool IsBaseSet() const { return baseSet_; }
+
+  protected:
+    bool visible_ = false;
+    double worldWidth_ = 0;
+    double worldHeight_ = 0;
+    TTexEnvMode envMode_ = glmodulate;
+    PicName picture_;
+    TPixels pixels_;
+    TBAse base_;
+    TTexFilter filter_ = glnearest;
+    bool baseSet_ = false;
+    std::int32_t width_ = 0;
+    std::int32_t height_ = 0;
+    bool repeat_ = false;
+    bool baseFix_ = false;
+};
+
+}  // namespace zk
