@@ -1,0 +1,6 @@
+#pragma once
+
+#include <zk/_zkdevice/attributeskind.h>
+#include <zk/_zkdevice/device.h>
+#include <zk/_zkdevice/devicestate.h>
+#include <zk/_zkdevice/primdevice.h>

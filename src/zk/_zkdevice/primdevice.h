@@ -1,0 +1,89 @@
+#pragma once
+
+#include <zk/_zkxyz/errors.h>
+#include <zk/_zkxyz/listofarrays.h>
+#include <zk/host/color.h>
+#include <zk/host/component.h>
+
+#include <QBrush>
+#include <QFont>
+#include <QPainter>
+#include <QPen>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <QString>
+
+#include <span>
+
+class QImage;
+class QPaintDevice;
+
+namespace zk {
+
+/// An operation was called on a base class that only names it; the text names class and operation.
+class EAbstractError : public EError {
+  public:
+    using EError::EError;
+};
+
+/// A surface that draws 2D primitives: what a projection device draws its projected lines on.
+///
+/// This class only names the operations; each one raises `EAbstractError`. Coordinates are the pixels of the surface
+/// (device-independent pixels of a widget), y down; angles do not occur. "Box" arguments are left, top, right and
+/// bottom, right and bottom not included.
+class TZKPrimdevice : public TComponent {
+    Q_OBJECT
+  public:
+    explicit TZKPrimdevice(QObject* owner = nullptr);
+    ~TZKPrimdevice() override;
+
+    virtual QRect GetClipRect();
+    virtual QPoint GetPenPos();
+    virtual TColor GetPixel(int X, int Y);
+    virtual void SetBrush(const QBrush& Value);
+    virtual void SetFont(const QFont& Value);
+    /// What is drawn on; not owned.
+    virtual void SetHandle(QPaintDevice* Value);
+    virtual void SetPen(const QPen& Value);
+    virtual void SetPenPos(const QPoint& Value);
+    virtual void SetPixel(int X, int Y, TColor Value);
+    virtual QBrush GetBrush();
+    virtual QPainter::CompositionMode GetCopyMode();
+    virtual QFont GetFont();
+    virtual QPen GetPen();
+    /// Qt::AlignmentFlag and Qt::TextFlag values.
+    virtual int GetTextFlags();
+    virtual QPaintDevice* GetHandle();
+    virtual void SetCopyMode(QPainter::CompositionMode Value);
+    virtual void SetTextFlags(int Value);
+
+    /// The part of the ellipse in the box (X1, Y1, X2, Y2) that runs counter-clockwise from the ray through (X3, Y3) to
+    /// the ray through (X4, Y4).
+    virtual void Arc(int X1, int Y1, int X2, int Y2, int X3, int Y3, int X4, int Y4);
+    /// Copies a part of an image, leaving the pixels of one colour to the brush.
+    virtual void BrushCopy(const QRect& Dest, const QImage& Image, const QRect& Source, TColor Color);
+    /// As `Arc`, closed by a line and filled.
+    virtual void Chord(int X1, int Y1, int X2, int Y2, int X3, int Y3, int X4, int Y4);
+    virtual void DrawFocusRect(const QRect& Rect);
+    virtual void Ellipse(int X1, int Y1, int X2, int Y2);
+    virtual void FillRect(const QRect& Rect);
+    /// Draws from the pen position, which moves to (X, Y).
+    virtual void LineTo(int X, int Y);
+    virtual void MoveTo(int X, int Y);
+    virtual void Polygon(std::span<const QPoint> Points);
+    virtual void Polyline(std::span<const QPoint> Points);
+    /// One open polyline for each array of the list.
+    virtual void PolyPolyline(const TlistOFXYiArray& List);
+    /// The first point, then groups of two control points and an end point.
+    virtual void PolyBezier(std::span<const QPoint> Points);
+    virtual QSize TextExtent(const QString& Text);
+    virtual int TextHeight(const QString& Text);
+    /// (X, Y) is the upper left corner of the text.
+    virtual void TextOut(int X, int Y, const QString& Text);
+    /// The same, clipped to a rectangle.
+    virtual void TextRect(const QRect& Rect, int X, int Y, const QString& Text);
+    virtual int TextWidth(const QString& Text);
+};
+
+}  // namespace zk
