@@ -1,0 +1,24 @@
+#pragma once
+
+#include <zk/_zkxyz/array.h>
+#include <zk/_zkxyz/listofarrays.h>
+
+// Walking along polygons, and copying them.
+namespace zk {
+
+// The point at vertex position u: vertex k = u truncated toward zero, and from there the fraction u - k of the way to
+// the next vertex. Positions wrap around the closed polygon. Callers pass positions of 0 or more; for a negative u that
+// is not whole the fraction is negative and the point lies before vertex k on the line of the edge after it, by choice.
+// The zero point for an empty polygon; vertex 0 for a u that is infinite or NaN.
+TXY _value(const TXYARRAY& poly, double u);
+TXYZ _value(const TXYZARRAY& poly, double u);
+
+// dst becomes a copy of src, whatever its size; its Delta stays. An array that was never made ready is made ready
+// first.
+void _Copy(const TXYARRAY& src, TXYARRAY& dst);
+void _Copy(const TXYZARRAY& src, TXYZARRAY& dst);
+
+// dst is cleared and gets a copy of every array of src, in order.
+void _Copy(const TlistOFxyzArray& src, TlistOFxyzArray& dst);
+
+}  // namespace zk
