@@ -57,12 +57,14 @@ class TDisplayList : public TComponent {
 
   private:
     void removeFirst(const QObject* shape);
-    void pack() const;
+    void shapeDestroyed();
+    void pack();
 
-    /// While the list is being played a removed shape leaves a null entry, so that the indexes of the others stay; the
-    /// entries of shapes deleted elsewhere become null by themselves. `pack` closes the gaps.
-    mutable std::vector<QPointer<TZkShape>> shapes_;
+    /// Without null entries, so that an index is a position, except while the list is being played: a shape that leaves
+    /// meanwhile leaves a null entry behind, so that the others keep their turns. `holes_` says that there are some.
+    std::vector<QPointer<TZkShape>> shapes_;
     int playing_ = 0;
+    bool holes_ = false;
 };
 
 }  // namespace zk
