@@ -3,6 +3,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <utility>
 
 namespace zk {
 
@@ -11,44 +12,59 @@ namespace {
 // Which QObjects are components. Asking it is cheaper than a cross cast, and still right for an object whose
 // destructors are already running.
 QHash<const QObject*, ComponentBase*>& registry() {
-    static QHash<const QObject*, ComponentBase*> components;
+    static auto& components = *new QHash<const QObject*, ComponentBase*>;  // outlives components in static storage
     return components;
 }
 
-std::uint64_t nextEpoch() {
-    static std::uint64_t epoch = 0;
-    return ++epoch;
+std::uint64_t nextSerial() {
+    static std::uint64_t serial = 0;
+    return ++serial;
 }
+
+// How many components have gone, to tell cheaply that none has.
+std::uint64_t gone = 0;
 
 }  // namespace
 
-ComponentBase::ComponentBase(QObject* self) : self_(self) { registry().insert(self, this); }
+ComponentBase::ComponentBase(QObject* self) : self_(self), serial_(nextSerial()) {
+    registry().insert(self, this);
+}
 
 ComponentBase::~ComponentBase() {
     AnnounceRemoval();
-    for (const Watched& watched : watched_) {
-        if (ComponentBase* other = Of(watched.object))
-            std::erase(other->watchers_, this);
-        else
-            QObject::disconnect(watched.connection);
-    }
+    for (const Watched& watched : watched_)
+        stopWatching(watched);
     registry().remove(self_);
+    ++gone;
 }
 
-ComponentBase* ComponentBase::Of(const QObject* object) { return object ? registry().value(object) : nullptr; }
+ComponentBase* ComponentBase::Of(const QObject* object) {
+    return object ? registry().value(object) : nullptr;
+}
 
 void ComponentBase::FreeNotification(QObject* other) {
-    if (!other || other == self_ ||
-        std::any_of(watched_.begin(), watched_.end(), [other](const Watched& w) { return w.object == other; }))
+    if (!other || other == self_)
         return;
-    if (ComponentBase* component = Of(other)) {
+    ComponentBase* component = Of(other);
+    const auto found =
+        std::find_if(watched_.begin(), watched_.end(), [other](const Watched& w) { return w.object == other; });
+    if (found != watched_.end()) {
+        // A plain object that was asked for when it had told of its end already leaves a request that nothing answers,
+        // and another object may stand in its place now.
+        if (component || found->connection)
+            return;
+        watched_.erase(found);
+    }
+    if (component) {
+        if (component->state_ & csDestroying)
+            return;
         component->watchers_.push_back(this);
         watched_.push_back({other, {}});
         return;
     }
-    watched_.push_back({other, QObject::connect(other, &QObject::destroyed, self_, [this](QObject* gone) {
-                            forget(gone);
-                            Notification(gone, TOperation::opRemove);
+    watched_.push_back({other, QObject::connect(other, &QObject::destroyed, self_, [this](QObject* object) {
+                            forget(object);
+                            Notification(object, TOperation::opRemove);
                         })});
 }
 
@@ -57,11 +73,19 @@ void ComponentBase::RemoveFreeNotification(QObject* other) {
         std::find_if(watched_.begin(), watched_.end(), [other](const Watched& w) { return w.object == other; });
     if (found == watched_.end())
         return;
-    if (ComponentBase* component = Of(other))
-        std::erase(component->watchers_, this);
-    else
-        QObject::disconnect(found->connection);
+    stopWatching(*found);
     watched_.erase(found);
+}
+
+void ComponentBase::stopWatching(const Watched& watched) {
+    if (watched.connection)
+        QObject::disconnect(watched.connection);
+    else if (ComponentBase* other = Of(watched.object))
+        std::erase(other->watchers_, this);
+}
+
+bool ComponentBase::watches(const QObject* object) const {
+    return std::any_of(watched_.begin(), watched_.end(), [object](const Watched& w) { return w.object == object; });
 }
 
 void ComponentBase::forget(const QObject* object) {
@@ -70,44 +94,65 @@ void ComponentBase::forget(const QObject* object) {
 
 void ComponentBase::Notification(QObject*, TOperation) {}
 
-void ComponentBase::Loaded() { state_ &= ~TComponentState(csLoading); }
-
-void ComponentBase::tell(ComponentBase& other, std::uint64_t epoch) {
-    if (other.lastEpoch_ == epoch)
-        return;
-    other.lastEpoch_ = epoch;
-    other.forget(self_);
-    other.Notification(self_, TOperation::opRemove);
+void ComponentBase::Loaded() {
+    state_ &= ~TComponentState(csLoading);
 }
 
 void ComponentBase::AnnounceRemoval() {
     if (state_ & csDestroying)
         return;
     state_ |= csDestroying;
-    const std::uint64_t epoch = nextEpoch();
 
-    // A handler may delete further components. So nothing is copied: each round looks at what is still there, and the
-    // epoch keeps a component that moved within the list, or stands in both lists, from being told twice.
-    while (!watchers_.empty()) {
-        ComponentBase* watcher = watchers_.back();
-        watchers_.pop_back();
-        tell(*watcher, epoch);
-    }
+    // Who is to be told is settled first. The mark keeps a component that both asked and has the same owner from being
+    // told twice, and it is read only here, where no handler can run: a handler may remove further components, whose
+    // marks then overwrite this one.
+    struct Addressee {
+        ComponentBase* component;
+        QObject* object;
+        std::uint64_t serial;
+        bool asked;
+    };
+    std::vector<Addressee> addressees;
+    const std::uint64_t mark = nextSerial();
+    const auto settle = [&addressees, mark](ComponentBase* other, bool asked) {
+        if (other->mark_ == mark)
+            return;
+        other->mark_ = mark;
+        addressees.push_back({other, other->self_, other->serial_, asked});
+    };
+    const std::vector<ComponentBase*> watchers = std::exchange(watchers_, {});
+    for (auto watcher = watchers.rbegin(); watcher != watchers.rend(); ++watcher)
+        settle(*watcher, true);
     if (const QObject* owner = Owner()) {
-        for (qsizetype i = owner->children().size() - 1; i >= 0; --i) {
-            if (i >= owner->children().size())
-                continue;
-            QObject* sibling = owner->children().at(i);
-            if (sibling == self_)
-                continue;
-            if (ComponentBase* component = Of(sibling))
-                tell(*component, epoch);
+        const QObjectList& siblings = owner->children();
+        for (auto sibling = siblings.rbegin(); sibling != siblings.rend(); ++sibling) {
+            ComponentBase* component = *sibling != self_ ? Of(*sibling) : nullptr;
+            if (component)
+                settle(component, false);
         }
+    }
+
+    const std::uint64_t goneBefore = gone;
+    for (const Addressee& addressee : addressees) {
+        // A handler may have deleted it, and something else may stand in its place.
+        if (gone != goneBefore) {
+            const ComponentBase* now = Of(addressee.object);
+            if (!now || now->serial_ != addressee.serial)
+                continue;
+        }
+        ComponentBase* other = addressee.component;
+        const bool related = Owner() && other->Owner() == Owner();
+        if (addressee.asked && !related && !other->watches(self_))
+            continue;  // it has taken its request back
+        other->forget(self_);
+        other->Notification(self_, TOperation::opRemove);
     }
 }
 
 TComponent::TComponent(QObject* owner) : QObject(owner), ComponentBase(this) {}
 
-TComponent::~TComponent() { AnnounceRemoval(); }
+TComponent::~TComponent() {
+    AnnounceRemoval();
+}
 
 }  // namespace zk

@@ -24,13 +24,13 @@ Q_DECLARE_FLAGS(TComponentState, TComponentStateFlag)
 
 /// What every component has, whether it is a widget or not: state, `Loaded`, and the news that another component goes.
 ///
-/// A component is a QObject that also derives from this class (see `TComponent` for those that are no widgets). Its owner
-/// is its QObject parent, its name the `objectName`.
+/// A component is a QObject that also derives from this class (see `TComponent` for those that are no widgets). Its
+/// owner is its QObject parent, its name the `objectName`.
 ///
-/// **Removal.** When a component goes, `Notification(component, opRemove)` is called exactly once on every other component
-/// of the same owner and on every component that asked for it with `FreeNotification`. It happens at the start of the
-/// destructor of the library's class, so that the object can still be identified by pointer, name and class. Whoever is
-/// told drops its reference. GUI thread only.
+/// **Removal.** When a component goes, `Notification(component, opRemove)` is called exactly once on every other
+/// component of the same owner and on every component that asked for it with `FreeNotification`. It happens at the
+/// start of the destructor of the library's class, so that the object can still be identified by pointer, name and
+/// class. Whoever is told drops its reference, and may delete further components. GUI thread only.
 class ComponentBase {
   public:
     ComponentBase(const ComponentBase&) = delete;
@@ -47,7 +47,7 @@ class ComponentBase {
 
     /// Asks that this component be told, through `Notification`, when `other` goes. `other` may be a component or any
     /// QObject, a plain QWidget for instance (which is then told of from its last base destructor: by pointer only).
-    /// Asking twice, or asking for itself or for null, changes nothing.
+    /// Asking twice, or asking for itself, for null or for a component that is already going, changes nothing.
     void FreeNotification(QObject* other);
 
     /// Takes the request back. Nothing happens where there was none.
@@ -75,8 +75,8 @@ class ComponentBase {
   protected:
     explicit ComponentBase(QObject* self);
 
-    /// Tells the others, once, that this component goes. Every library class calls it first in its destructor, while the
-    /// object still is of that class; the call from this class's own destructor is for those that do not.
+    /// Tells the others, once, that this component goes. Every library class calls it first in its destructor, while
+    /// the object still is of that class; the call from this class's own destructor is for those that do not.
     void AnnounceRemoval();
 
     TComponentState state_;
@@ -87,13 +87,15 @@ class ComponentBase {
         QMetaObject::Connection connection;  ///< for an object that is no component
     };
 
-    void tell(ComponentBase& other, std::uint64_t epoch);
+    void stopWatching(const Watched& watched);
+    bool watches(const QObject* object) const;
     void forget(const QObject* object);
 
     QObject* self_;
+    std::uint64_t serial_;                  ///< no other component ever has it
     std::vector<ComponentBase*> watchers_;  ///< who asked to be told of this one
     std::vector<Watched> watched_;          ///< whom this one asked to be told of
-    std::uint64_t lastEpoch_ = 0;           ///< the last removal this one was told of
+    std::uint64_t mark_ = 0;                ///< the last removal that this one is to be told of
 };
 
 /// A component that is no widget.

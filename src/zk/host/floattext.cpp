@@ -1,11 +1,12 @@
-#include <zk/host/floattext.h>
-
 #include <zk/_zkxyz/errors.h>
+#include <zk/host/floattext.h>
 
 #include <QLocale>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <string>
 
 namespace zk {
@@ -20,6 +21,25 @@ void stripZeros(std::string& digits) {
     digits.resize(last == std::string::npos ? 1 : last + 1);
 }
 
+/// The power of ten of a number's first significant digit, for a number of digits, point and exponent that is not zero.
+/// Exponents too long for an int count as very large ones.
+long long leadingExponent(const std::string& number) {
+    const std::size_t e = std::min(number.find('e'), number.size());
+    const std::size_t point = std::min(number.find('.'), e);
+    const std::size_t first = number.find_first_of("123456789");
+    const long long leading =
+        first < point ? static_cast<long long>(point - first) - 1 : -static_cast<long long>(first - point);
+    if (e == number.size())
+        return leading;
+    const bool negative = number[e + 1] == '-';
+    const std::size_t digits = e + (negative || number[e + 1] == '+' ? 2 : 1);
+    long long exponent = 0;
+    const auto parsed = std::from_chars(number.data() + digits, number.data() + number.size(), exponent);
+    if (parsed.ec == std::errc::result_out_of_range || exponent > std::numeric_limits<long long>::max() / 2)
+        exponent = std::numeric_limits<long long>::max() / 2;
+    return leading + (negative ? -exponent : exponent);
+}
+
 }  // namespace
 
 QString FloatToStr(double value) {
@@ -32,8 +52,8 @@ QString FloatToStr(double value) {
 
     // d.dddddddddddddde±xx, rounded once and for all to the digits that count
     char buffer[40];
-    const auto end =
-        std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific, significantDigits - 1);
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific,
+                                   significantDigits - 1);
     const std::string scientific(buffer, end.ptr);
     const std::size_t e = scientific.find('e');
     const int exponent = std::stoi(scientific.substr(e + 1));
@@ -108,13 +128,10 @@ bool TryStrToFloat(const QString& text, double& value) {
     double parsed = 0;
     const auto result = std::from_chars(plain.data(), plain.data() + plain.size(), parsed);
     if (result.ec == std::errc::result_out_of_range) {
-        // Too small is zero, too large is an error, but from_chars reports both alike: ask a wider type which it was.
-        long double wide = 0;
-        const auto widened = std::from_chars(plain.data(), plain.data() + plain.size(), wide);
-        const bool tiny = widened.ec == std::errc() ? std::fabs(wide) < 1 : plain.find("e-") != std::string::npos;
-        if (!tiny)
+        // Too small is zero, too large is an error, but from_chars reports both alike.
+        if (leadingExponent(plain) > 0)
             return false;
-        parsed = double(wide);
+        parsed = plain.front() == '-' ? -0.0 : 0.0;
     } else if (result.ec != std::errc() || result.ptr != plain.data() + plain.size()) {
         return false;
     }

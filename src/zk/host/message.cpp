@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QStringList>
 
 namespace zk {
@@ -14,18 +15,33 @@ QStringList& pending() {
     return texts;
 }
 
+// The box on show, if any.
+QPointer<QMessageBox>& shown() {
+    static QPointer<QMessageBox> box;
+    return box;
+}
+
 void showNext() {
-    if (pending().isEmpty() || !qobject_cast<QApplication*>(QCoreApplication::instance()))
+    if (shown() || pending().isEmpty() || !qobject_cast<QApplication*>(QCoreApplication::instance()))
         return;
     auto* box = new QMessageBox(QMessageBox::Information, QCoreApplication::applicationName(), pending().constFirst(),
                                 QMessageBox::Ok, QApplication::activeWindow());
+    shown() = box;
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     QObject::connect(box, &QObject::destroyed, qApp, [] {
-        pending().removeFirst();
+        if (!pending().isEmpty())
+            pending().removeFirst();
         showNext();
     });
     box->open();
+}
+
+// The application is about to go: what has not been read by now will not be, and must not keep the texts of a later
+// application waiting.
+void dropAll() {
+    pending().clear();
+    delete shown().data();
 }
 
 void guiMessage(const std::string& text) {
@@ -49,7 +65,9 @@ void guiBeep() {
 
 }  // namespace
 
-void ShowMessage(const QString& text) { ShowMessage(text.toStdString()); }
+void ShowMessage(const QString& text) {
+    ShowMessage(text.toStdString());
+}
 
 void InstallGuiMessageHandler() {
     SetMessageHandler(guiMessage);
@@ -58,5 +76,8 @@ void InstallGuiMessageHandler() {
 
 }  // namespace zk
 
-static void installAtStartup() { zk::InstallGuiMessageHandler(); }
+static void installAtStartup() {
+    zk::InstallGuiMessageHandler();
+    qAddPostRoutine(zk::dropAll);
+}
 Q_COREAPP_STARTUP_FUNCTION(installAtStartup)

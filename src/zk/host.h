@@ -1,0 +1,8 @@
+#pragma once
+
+#include <zk/host/color.h>
+#include <zk/host/component.h>
+#include <zk/host/floattext.h>
+#include <zk/host/glsurface.h>
+#include <zk/host/message.h>
+#include <zk/host/shiftstate.h>
