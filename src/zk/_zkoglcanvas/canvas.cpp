@@ -1,0 +1,367 @@
+#include <zk/_zkoglcanvas/canvas.h>
+
+#include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkmath/tolerance.h>
+#include <zk/_zkoglcanvas/control.h>
+#include <zk/_zkoglcanvas/glapi.h>
+#include <zk/_zkoglcanvas/glcolor.h>
+#include <zk/_zkoglcanvas/glerror.h>
+#include <zk/_zkoglcanvas/ogllight.h>
+#include <zk/_zkoglcanvas/oglmaterial.h>
+#include <zk/_zkoglcanvas/oglpolyattributes.h>
+#include <zk/_zkoglcanvas/ogltexture.h>
+#include <zk/_zkoglcanvas/rendercontext.h>
+#include <zk/_zkoglcanvas/scene.h>
+#include <zk/host/message.h>
+
+#include <QMetaMethod>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zk {
+
+TZkOglCanvas::TZkOglCanvas(QObject* owner) : TZKDevice(owner) {
+    SetLightClass({"TZKOglLight", [](QObject* lightOwner) -> Tlight* { return new TZKOglLight(lightOwner); }});
+    SetColor(0);
+    defaultUnitsPerCM_ = GetUnitsPerCm();
+}
+
+TZkOglCanvas::~TZkOglCanvas() {
+    AnnounceRemoval();
+    SetWinControl(nullptr);
+    while (!scenes_.empty())
+        DeleteDisplayList(int(scenes_.size()) - 1);
+}
+
+// --- the control and its context ------------------------------------------------------------------------------------
+
+void TZkOglCanvas::SetWinControl(QWidget* control) {
+    QWidget* const old = winControl_;
+    if (old && old != control) {
+        RemoveFreeNotification(old);
+        if (auto* host = qobject_cast<TZKOglControl*>(old); host && host->Canvas() == this)
+            host->SetCanvas(nullptr);
+    }
+    if (!control) {
+        Setdc(nullptr);
+        winControl_ = nullptr;
+        return;
+    }
+    FreeNotification(control);
+    SetChanging(true);
+    Setdc(GlSurface::Of(control));
+    winControl_ = control;
+    takeSize();
+    if (auto* host = qobject_cast<TZKOglControl*>(control))
+        host->SetCanvas(this);
+    SetChanging(false);
+}
+
+void TZkOglCanvas::takeSize() {
+    const QRect client = winControl_->contentsRect();
+    SetLeft(0);
+    SetTop(0);
+    SetHeight(client.height());
+    SetWidth(client.width());
+}
+
+void TZkOglCanvas::Setdc(GlSurface* surface) {
+    if (surface == surface_)
+        return;
+    SetChanging(true);
+    if (surface_)
+        disconnect(surface_, nullptr, this, nullptr);
+    if (context_)
+        releaseContext(surface != nullptr);
+    surface_ = surface;
+    if (surface_) {
+        connect(surface_, &GlSurface::Lost, this, &TZkOglCanvas::surfaceLost);
+        connect(surface_, &GlSurface::Restored, this, &TZkOglCanvas::surfaceRestored);
+        connect(surface_, &GlSurface::Exposed, this, &TZkOglCanvas::surfaceExposed);
+        connect(surface_, &GlSurface::Resized, this, &TZkOglCanvas::surfaceResized);
+        makeContext();
+    }
+    SetChanging(false);
+}
+
+// `plainAttributes`: another context follows, and until it has its own attribute objects, plain ones stand in.
+void TZkOglCanvas::releaseContext(bool plainAttributes) {
+    context_->MakeCurrent();
+    if (plainAttributes) {
+        getAttributes()->ReplacePolyStyle(new TPolyAttributes);
+        getAttributes()->ReplaceMaterial(new Tmaterial);
+        getAttributes()->ReplaceTexture(new TTexture);
+    }
+    context_.reset();
+    rebindScenes();
+}
+
+void TZkOglCanvas::makeContext() {
+    QString whyNot;
+    context_ = RenderContext::Create(*surface_, whyNot);
+    surface_->ShowNotice(whyNot);
+    if (!context_)
+        return;
+
+    glEnable(GL_CULL_FACE);
+    glCullFace(GL_BACK);
+    glShadeModel(GL_SMOOTH);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LESS);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    // The model-view matrix carries the scale of the view and of each shape. Without this, light would grow and fade with
+    // the zoom.
+    glEnable(GL_NORMALIZE);
+    OGLError();
+
+    SetClockWise(true);
+    OGLError();
+
+    auto* material = new TOglMaterial;
+    material->SetParent(this);
+    OGLError();
+    auto* texture = new TOglTexture(this);
+    auto* polyStyle = new TOglPolyAttributes(this);
+    getAttributes()->ReplacePolyStyle(polyStyle);
+    OGLError();
+    getAttributes()->ReplaceMaterial(material);
+    OGLError();
+    getAttributes()->ReplaceTexture(texture);
+    OGLError();
+
+    SetprojectionMode(0);
+    const TRect port = getViewPort();
+    const int side = std::max(port.right - port.left, port.bottom - port.top);
+    const auto half = [](int twice) { return int(std::nearbyint(twice / 2.0)); };
+    SetViewport({half(port.left + port.right - side), half(port.top + port.bottom - side),
+                 half(port.left + port.right + side), half(port.top + port.bottom + side)});
+    glInitNames();
+    rebindScenes();
+    glEnable(GL_LIGHTING);
+    CheckLightHandle();
+    OGLError();
+    restoreView();
+}
+
+// A new context starts with OpenGL's own state; what the canvas was set to before comes back here.
+void TZkOglCanvas::restoreView() {
+    scale_ = 1.0;
+    const TXYZ textureScale = textureScale_;
+    textureScale_ = {1, 1, 1};
+    SetTextureScale(textureScale);
+    glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, lightModelTwoSided_);
+    SetprojectionMode(Equals(GetBlickwinkel(), 0) ? 0 : 1);
+    SetStdViewport(GetWidth(), GetHeight());
+    rebuildModelView();
+}
+
+void TZkOglCanvas::rebindScenes() {
+    const std::vector<TZKOglScene*> scenes = scenes_;  // each goes to the end of the list, so the order stays
+    for (TZKOglScene* scene : scenes)
+        if (IndexOfDisplayList(scene) >= 0)
+            scene->SetZkOglCanvas(this);
+}
+
+void TZkOglCanvas::surfaceLost() {
+    if (!context_)
+        return;
+    SetChanging(true);
+    releaseContext(true);
+    SetChanging(false);
+}
+
+void TZkOglCanvas::surfaceRestored() {
+    if (context_)
+        return;
+    SetChanging(true);
+    makeContext();
+    SetChanging(false);
+}
+
+void TZkOglCanvas::surfaceExposed() {
+    if (auto* host = qobject_cast<TZKOglControl*>(winControl_); host && host->Canvas() == this)
+        host->PAint();
+    else
+        Refresh();
+}
+
+void TZkOglCanvas::surfaceResized() {
+    // A TZKOglControl says so itself, after its own resize event.
+    if (context_ && winControl_ && !qobject_cast<TZKOglControl*>(winControl_)) {
+        SetChanging(true);
+        takeSize();
+        SetChanging(false);
+    } else if (context_) {
+        SetStdViewport(GetWidth(), GetHeight());  // the pixel ratio may have changed alone
+    }
+}
+
+void TZkOglCanvas::Notification(QObject* component, TOperation operation) {
+    TZKDevice::Notification(component, operation);
+    if (operation != TOperation::opRemove)
+        return;
+    if (component == winControl_) {
+        SetWinControl(nullptr);
+        return;
+    }
+    const auto found = std::find_if(scenes_.begin(), scenes_.end(), [component](const TZKOglScene* scene) {
+        return static_cast<const QObject*>(scene) == component;
+    });
+    if (found != scenes_.end())
+        DeleteDisplayList(int(found - scenes_.begin()));
+}
+
+bool TZkOglCanvas::CheckCurrent() {
+    if (!context_)
+        return false;
+    context_->MakeCurrent();
+    return true;
+}
+
+int TZkOglCanvas::GetmatrixMode() {
+    GLint mode = 0;
+    if (CheckCurrent())
+        glGetIntegerv(GL_MATRIX_MODE, &mode);
+    return mode;
+}
+
+void TZkOglCanvas::SetmatrixMode(int mode) {
+    if (!CheckCurrent())
+        return;
+    glMatrixMode(GLenum(mode));
+    OGLError();
+}
+
+int TZkOglCanvas::GetRenderMode() {
+    GLint mode = 0;
+    if (CheckCurrent())
+        glGetIntegerv(GL_RENDER_MODE, &mode);
+    return mode;
+}
+
+void TZkOglCanvas::SetRenderMode(int mode) {
+    if (!CheckCurrent())
+        return;
+    glRenderMode(GLenum(mode));
+    OGLError();
+}
+
+// --- the paint cycle ------------------------------------------------------------------------------------------------
+
+void TZkOglCanvas::Refresh() {
+    if (context_ && !(ComponentState() & csDestroying))
+        TZKDevice::Refresh();
+}
+
+void TZkOglCanvas::SetChanging(bool changing) {
+    PrintLn(QString::number(changeCount_) + QLatin1String(changing ? " TRUE" : " FALSE") + QLatin1String("changing "));
+    TZKDevice::SetChanging(changing);
+}
+
+void TZkOglCanvas::BeginPaint() {
+    presented_ = false;
+    TZKDevice::BeginPaint();
+    if (changeCount_ != 0) {
+        PrintLn(QStringLiteral("******* changecount ") + QString::number(changeCount_));
+        return;
+    }
+    if (!context_ || !context_->MakeCurrent())
+        return;
+    PrintLn(QStringLiteral("TZkOglCanvas.BeginPaint"));
+    if (selecting_) {
+        playScenes();  // nothing is drawn in selection mode, so there is nothing to clear and nothing to show
+        return;
+    }
+    if (!surface_->IsExposed())
+        return;
+    const GlColor background = ToGlColor(backgroundColor_);
+    glClearColor(background[0], background[1], background[2], background[3]);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    OGLError();
+    const QPointer<TZkOglCanvas> self = this;
+    playScenes();
+    if (!self || !context_)
+        return;
+    presented_ = true;
+    context_->Present();
+}
+
+// The picture is shown twice, as BeginPaint and EndPaint may also be called apart: whoever paints between them shows it
+// with the second swap.
+void TZkOglCanvas::EndPaint() {
+    if (context_) {
+        TZKDevice::EndPaint();
+        CheckCurrent1();
+        if (presented_)
+            context_->PresentAgain();
+        presented_ = false;
+    }
+    TZKDevice::EndPaint();
+}
+
+void TZkOglCanvas::playScenes() {
+    const QPointer<TZkOglCanvas> self = this;
+    const Tmatrix view = GetOglModelMatrix();
+    // A handler may take scenes away or add some: an added one is played at the next repaint.
+    const std::vector<TZKOglScene*> scenes = scenes_;
+    for (TZKOglScene* scene : scenes) {
+        if (!context_ || IndexOfDisplayList(scene) < 0)
+            continue;
+        try {
+            scene->Play();
+        } catch (const std::exception& error) {
+            // User code is drawing here. What it throws must not reach the event loop, nor stop the other scenes.
+            ShowMessage(QString::fromUtf8(error.what()));
+        }
+        if (!self)
+            return;
+    }
+    // A scene whose compilation is refused leaves its transform in force for those after it, but not for the next repaint.
+    if (context_ && !(GetOglModelMatrix() == view))
+        SetOglModelMatrix(view);
+}
+
+void TZkOglCanvas::SetColor(TColor color) {
+    if (color == backgroundColor_)
+        return;
+    backgroundColor_ = color;
+    if (CheckCurrent())
+        Refresh();
+}
+
+// --- scenes ---------------------------------------------------------------------------------------------------------
+
+void TZkOglCanvas::AddDisplayList(TZKOglScene* scene) {
+    scenes_.push_back(scene);
+    FreeNotification(scene);
+}
+
+void TZkOglCanvas::DeleteDisplayList(int index) {
+    if (index < 0 || index >= int(scenes_.size()))
+        return;
+    TZKOglScene* scene = scenes_[std::size_t(index)];
+    scenes_.erase(scenes_.begin() + index);
+    if (IndexOfDisplayList(scene) < 0)
+        RemoveFreeNotification(scene);
+}
+
+int TZkOglCanvas::IndexOfDisplayList(const TZKOglScene* scene) const {
+    const auto found = std::find(scenes_.begin(), scenes_.end(), scene);
+    return found == scenes_.end() ? -1 : int(found - scenes_.begin());
+}
+
+bool TZkOglCanvas::AskBeforeCompile() {
+    bool compile = true;
+    if (isSignalConnected(QMetaMethod::fromSignal(&TZkOglCanvas::OnBeforeCompile)))
+        Q_EMIT OnBeforeCompile(this, compile);
+    return compile;
+}
+
+void TZkOglCanvas::TellAfterCompile() {
+    bool compile = true;
+    Q_EMIT OnAfterCompile(this, compile);
+}
+
+}  // namespace zk

@@ -1,0 +1,293 @@
+#pragma once
+
+#include <zk/_zkdevice/device.h>
+#include <zk/_zkoglcanvas/hit.h>
+
+#include <QColor>
+#include <QPointF>
+#include <QPointer>
+#include <QRect>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+namespace zk {
+
+class GlSurface;
+class RenderContext;
+class TZKOglScene;
+
+/// A projection device that draws with OpenGL into a control: it owns the control's rendering context and the viewing
+/// set-up, plays its scenes at every repaint and finds what lies under a pixel.
+///
+/// ```
+/// auto* canvas = new zk::TZkOglCanvas(form);
+/// canvas->SetWinControl(control);      // any QWidget; a TZKOglControl also hands on its mouse events
+/// scene->SetZkOglCanvas(canvas);
+/// canvas->SetBlickWinkel(30);          // degrees; a perspective view
+/// ```
+///
+/// **Units.** Sizes and pixels are Qt's device-independent pixels of the control, x to the right, y down; on a display with
+/// a pixel ratio of 2 OpenGL draws four times as many of its own pixels and the picture is the same size, but finer.
+/// World coordinates are centimetres, `UnitsPerCM` pixels each at zoom 1; the viewer looks along -z, x to the right, y up.
+/// The viewport is a square of the larger side of the control, centred; what lies outside the control is cut off. In an
+/// odd height the picture sits one pixel lower in OpenGL than `WtoPixel` says.
+///
+/// **Repaints.** Every setter that changes the picture repaints at once, or when the outermost `SetChanging` bracket closes.
+/// Nothing is painted while the window is not exposed; the exposure paints it.
+///
+/// **Context.** There is none until `WinControl` is set and again after the control has gone. Without one (also where the
+/// window system refuses OpenGL; the control then says so in words) setters only store. A context that is lost with its
+/// window comes back with it. All on the GUI thread.
+class TZkOglCanvas : public TZKDevice {
+    Q_OBJECT
+    Q_PROPERTY(QWidget* WinControl READ GetWinControl WRITE SetWinControl)
+    Q_PROPERTY(double UnitsPerCM READ GetUnitsPerCm WRITE SetUnitsPerCm)
+    Q_PROPERTY(double DefaultTriangleResolution READ GetDefaultTriangleResolution WRITE SetDefaultTriangleResolution)
+    Q_PROPERTY(bool AutoCompile READ GetAutoCompile WRITE SetAutoCompile)
+    Q_PROPERTY(bool LightModelTwoSided READ GetLightModelTwoSided WRITE SetLightModelTwoSided)
+    Q_PROPERTY(QColor BackgroundColor READ GetBackgroundQColor WRITE SetBackgroundQColor)
+    Q_PROPERTY(double ZoomFactor READ GetZoomFactor WRITE SetZoomFactor)
+    Q_PROPERTY(double DefaultUnitsPerCM READ GetDefaultUnitsPerCM WRITE SetDefaultUnitsPerCM)
+    Q_PROPERTY(bool SelectEnabled READ GetSelectEnabled WRITE SetSelectEnabled)
+    Q_PROPERTY(double PointOfView READ GetBlickwinkel WRITE SetBlickWinkel)
+    Q_PROPERTY(QString TransformBy READ Get_translation WRITE Set_translation)
+    Q_PROPERTY(double RotateBy READ Getdrehwinkel WRITE Setdrehwinkel)
+    Q_PROPERTY(QString RotationPoint READ GetDrehgeradePkt WRITE SetDrehgeradePkt)
+    Q_PROPERTY(QString RotationLine READ GetDrehgeradeRichtung WRITE SetDrehgeradeRichtung)
+
+  public:
+    explicit TZkOglCanvas(QObject* owner = nullptr);
+    ~TZkOglCanvas() override;
+
+    // --- the control and its context (canvas.cpp) ---
+
+    QWidget* GetWinControl() const { return winControl_; }
+    /// Binds the canvas to a control, or unbinds it (null). The control is not owned; when it goes, the canvas unbinds.
+    void SetWinControl(QWidget* control);
+
+    /// The surface that is drawn into, or null.
+    GlSurface* Getdc() const { return surface_; }
+    /// Replaces the surface: the rendering context of the old one goes, one for the new one is made and set up. Nothing
+    /// happens when it is the same.
+    void Setdc(GlSurface* surface);
+
+    /// The rendering context, or null.
+    RenderContext* Context() const { return context_.get(); }
+    bool HasContext() const { return context_ != nullptr; }
+
+    /// Makes the rendering context current, if there is one, unless it is already. Everything that calls OpenGL for this
+    /// canvas calls it first. True when there is a context.
+    bool CheckCurrent();
+    /// The same without an answer.
+    void CheckCurrent1() { CheckCurrent(); }
+
+    /// OpenGL's matrix mode and render mode. Without a context the getters give 0 and, as with every call to OpenGL here,
+    /// the setters do nothing: the context of another canvas may be the current one.
+    int GetmatrixMode();
+    void SetmatrixMode(int mode);
+    int GetRenderMode();
+    void SetRenderMode(int mode);
+
+    /// Repaints if there is a context, nothing is being changed, loaded or painted.
+    void Refresh() override;
+    void SetChanging(bool changing) override;
+    void BeginPaint() override;
+    void EndPaint() override;
+    void Notification(QObject* component, TOperation operation) override;
+
+    TColor GetColor() const { return backgroundColor_; }
+    /// The background; a different colour repaints.
+    void SetColor(TColor color);
+    QColor GetBackgroundQColor() const { return ToQColor(backgroundColor_); }
+    void SetBackgroundQColor(const QColor& color) { SetColor(FromQColor(color)); }
+
+    bool GetSelectEnabled() const { return selectEnabled_; }
+    /// Whether the control looks for the shape under the pointer on every mouse event; on at first.
+    void SetSelectEnabled(bool enabled) { selectEnabled_ = enabled; }
+
+    // --- scenes (canvas.cpp) ---
+
+    /// The scenes in the order in which they are played.
+    std::vector<TZKOglScene*> Scenes() const { return scenes_; }
+    /// Called by a scene that is given this canvas, and by one that is taken away.
+    void AddDisplayList(TZKOglScene* scene);
+    void DeleteDisplayList(int index);
+    int IndexOfDisplayList(const TZKOglScene* scene) const;
+
+    bool GetAutoCompile() const { return autoCompile_; }
+    /// On (at first): a scene is compiled once and replayed until it changes. Off: compiled anew at every repaint.
+    void SetAutoCompile(bool on) { autoCompile_ = on; }
+    /// Called by a scene around its compilation. Returns whether it may compile.
+    bool AskBeforeCompile();
+    void TellAfterCompile();
+
+    // --- viewing (canvas_viewing.cpp) ---
+
+    /// 0 is parallel, 1 perspective with the view angle; any other mode leaves OpenGL's projection the identity.
+    void SetprojectionMode(int mode);
+    int GetprojectionMode() const { return projectionMode_; }
+    void Frustum(double left, double right, double bottom, double top, double near, double far);
+
+    double GetBlickwinkel() const override;
+    /// The view angle in degrees, from the axis to the edge of the view. Above 45 nothing changes; below 2 it becomes 0,
+    /// the parallel projection. Lights keep their place in the world.
+    void SetBlickWinkel(double degrees) override;
+    /// An earlier form of the setter that stores nothing and moves no light.
+    void SetBlickWinkelOld(double degrees);
+    /// The distance of the eye from the projection plane in centimetres; 0 in the parallel projection. Negative, with the
+    /// eye behind the plane, while front faces are counter-clockwise.
+    double AugeAbstand() const override;
+
+    void SetStdViewport(int width, int height);
+    /// In device-independent pixels; the rectangle's top is OpenGL's lower edge.
+    void SetViewport(const TRect& viewport);
+    TRect getViewPort();
+    void SetHeight(std::int32_t height) override;
+    void SetWidth(std::int32_t width) override;
+
+    /// What model coordinates are multiplied by so that a centimetre takes `UnitsPerCM` pixels of the viewport.
+    double GetScale() const { return scale_; }
+    /// Pixels per centimetre. 0 shows nothing until another value comes; a negative value mirrors the picture.
+    void SetUnitsPerCm(double unitsPerCm) override;
+    double GetDefaultUnitsPerCM() const { return defaultUnitsPerCM_; }
+    void SetDefaultUnitsPerCM(double unitsPerCm);
+    /// `UnitsPerCM` / `DefaultUnitsPerCM`, or 1 where the latter is 0.
+    double GetZoomFactor() const;
+    /// 0 is ignored.
+    void SetZoomFactor(double factor);
+
+    TXYZ getTextureScale() const { return textureScale_; }
+    void SetTextureScale(const TXYZ& scale);
+
+    TBAse GetprojectionBAse() const override;
+    /// The frame that the viewer looks at: its axes are the directions to the right, up and towards the viewer, its origin
+    /// the middle of the picture. Lights keep their place in the world.
+    void SetProjectionbase(const TBAse& base) override;
+
+    /// OpenGL's model-view matrix as it is, and without the scale. Without a context the identity and the stored matrix.
+    Tmatrix GetOglModelMatrix() const;
+    void SetOglModelMatrix(const Tmatrix& matrix);
+    Tmatrix GetModelMatrix() const override;
+    void SetModelMatrix(const Tmatrix& matrix) override;
+    void OGLTranslate(const TXYZ& by);
+
+    /// The rotation, then the translation, of the model.
+    Tmatrix TrfMAtrix() const;
+    /// Moves the picture of the model by `by` centimetres.
+    void SetTranslation(const TXYZ& by);
+    TXYZ GetTranslation() const { return translation_; }
+    void SetDrehGerade(const TGerade& line);
+    TGerade GetDrehGerade() const { return drehGerade_; }
+    /// Turns the model about the rotation line, in degrees; see `RotationToMatrix3d` for the sense.
+    void Setdrehwinkel(double degrees);
+    double Getdrehwinkel() const { return drehwinkel_; }
+    /// The same as text "x/y/z"; a malformed text raises `EConvertError` and changes nothing.
+    void Set_translation(const QString& text);
+    QString Get_translation() const;
+    void SetDrehgeradePkt(const QString& text);
+    QString GetDrehgeradePkt() const;
+    void SetDrehgeradeRichtung(const QString& text);
+    QString GetDrehgeradeRichtung() const;
+
+    // --- picking (canvas_picking.cpp) ---
+
+    /// Finds what lies within 0.1 cm of the pixel and fills the hit list. The picture on the screen does not change. True
+    /// when there was something. False without a context, and from within a repaint.
+    bool Select(int x, int y);
+    /// The same for a position between pixels, as a display with a pixel ratio above 1 reports it.
+    bool SelectAt(const QPointF& position);
+    /// What the last pick found, farthest first; of two at the same depth the one drawn later comes first.
+    const std::vector<THitItem>& Hits() const { return hits_; }
+    /// Ends selection mode and fills the hit list from what it recorded.
+    void readSelectBuffer();
+    /// Loads a name for what is drawn next.
+    void SetHit(int name);
+    /// True between `BeginPaint` and `EndPaint`, in a pick, too.
+    bool IsPainting() const { return deviceStates_.Contains(DsPainting); }
+    /// True while a pick plays the scenes: nothing that is drawn will be seen.
+    bool IsSelecting() const { return selecting_; }
+
+    // --- drawing (canvas_primitives.cpp) ---
+
+    /// Draws one planar face; the arrays are its convex pieces. A face without area draws nothing.
+    void PolyPolyline3D(const TlistOFxyzArray& polygons) override;
+
+    /// Shows only what lies on the side of the plane through `point` that `normal` points to, in the model coordinates in
+    /// force. `index` is 0 to 5.
+    void EnableClipplane(int index, const TXYZ& point, const TXYZ& normal);
+    /// A negative index: all six.
+    void DisableClipplane(int index);
+
+    /// Which way round a face shows its front. Clockwise in a new context.
+    void SetClockWise(bool clockwise);
+    bool GetClockWise();
+
+    double GetTriangleResolution() const { return triangleResolution_; }
+    /// The greatest perimeter of a triangle that faces are divided into; 0 does not divide. A change compiles all scenes
+    /// again at the next repaint.
+    void SetTriangleResolution(double perimeter);
+    double GetDefaultTriangleResolution() const { return defaultTriangleResolution_; }
+    void SetDefaultTriangleResolution(double perimeter);
+    /// Does nothing: translucency is the material's own, in the alpha of its diffuse colour.
+    void SetTranslucent(double translucency);
+
+    // --- lights (canvas_lights.cpp) ---
+
+    void AddLight(Tlight* light) override;
+    void RemoveLight(Tlight* light) override;
+    /// Numbers all lights by their place in the list and pushes them to OpenGL again.
+    void CheckLightHandle();
+    bool GetLightModelTwoSided() const { return lightModelTwoSided_; }
+    void SetLightModelTwoSided(bool on);
+
+  Q_SIGNALS:
+    /// A scene is about to be compiled; `DoCompile` comes true, and false keeps what the scene's list holds.
+    void OnBeforeCompile(QObject* sender, bool& DoCompile);
+    /// A scene has been compiled; what becomes of `DoCompile` does not matter.
+    void OnAfterCompile(QObject* sender, bool& DoCompile);
+
+  private:
+    class LightKeeper;
+
+    void surfaceLost();
+    void surfaceRestored();
+    void surfaceExposed();
+    void surfaceResized();
+    void takeSize();
+    void releaseContext(bool plainAttributes);
+    void makeContext();
+    void restoreView();
+    void rebuildModelView();
+    void applyModelTransform();
+    void rebindScenes();
+    void playScenes();
+    void setClipPlanesAround(const TXY& point, double halfWidth);
+    std::vector<Tlight*> lightList() const;
+
+    QWidget* winControl_ = nullptr;
+    GlSurface* surface_ = nullptr;
+    std::unique_ptr<RenderContext> context_;
+    std::vector<TZKOglScene*> scenes_;
+    std::vector<THitItem> hits_;
+    bool autoCompile_ = true;
+    bool lightModelTwoSided_ = false;
+    bool selectEnabled_ = true;
+    bool selecting_ = false;
+    bool presented_ = false;
+    TColor backgroundColor_ = 0;
+    double defaultUnitsPerCM_ = 0;
+
+    int projectionMode_ = 0;
+    double orientationSign_ = 1.0;
+    double scale_ = 1.0;
+    double triangleResolution_ = 0;
+    double defaultTriangleResolution_ = 2.0;
+    TXYZ textureScale_{1, 1, 1};
+    TXYZ translation_{0, 0, 0};
+    TGerade drehGerade_{{0, 0, 0}, {0, 0, 1}};
+    double drehwinkel_ = 0;
+};
+
+}  // namespace zk

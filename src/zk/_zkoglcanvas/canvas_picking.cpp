@@ -1,0 +1,118 @@
+#include <zk/_zkoglcanvas/canvas.h>
+
+#include <zk/_zkmath.h>
+#include <zk/_zkoglcanvas/glapi.h>
+#include <zk/_zkoglcanvas/glerror.h>
+#include <zk/_zkoglcanvas/rendercontext.h>
+
+#include <QScopeGuard>
+
+#include <algorithm>
+#include <array>
+
+namespace zk {
+
+namespace {
+
+constexpr double pickTolerance = 0.1;  // centimetres of the projection plane, to each side
+
+// One buffer for all canvases: a pick runs to its end before another can begin.
+std::array<GLuint, 1024>& selectBuffer() {
+    static std::array<GLuint, 1024> buffer;
+    return buffer;
+}
+
+}  // namespace
+
+void TZkOglCanvas::SetHit(int name) {
+    if (CheckCurrent())
+        glLoadName(GLuint(name));
+}
+
+bool TZkOglCanvas::Select(int x, int y) { return SelectAt(QPointF(x, y)); }
+
+bool TZkOglCanvas::SelectAt(const QPointF& position) {
+    if (!CheckCurrent() || IsPainting() || selecting_)
+        return false;
+
+    selectBuffer().fill(0);
+    glSelectBuffer(GLsizei(selectBuffer().size()), selectBuffer().data());
+    SetRenderMode(GL_SELECT);
+    glInitNames();
+    glPushName(HitTarget::NoHit);
+    OGLError();
+
+    const TXY point{(position.x() - GetWidth() / 2) / GetUnitsPerCm(), -(position.y() - GetHeight() / 2) / GetUnitsPerCm()};
+    {
+        selecting_ = true;
+        const auto ended = qScopeGuard([this] { selecting_ = false; });
+        const TBAse base = GetprojectionBAse();
+        SetChanging(true);
+        // With the unit frame the model-view matrix is that of the bare eye, so that the planes can be given in
+        // coordinates of the projection plane; they keep their place when the frame returns.
+        SetProjectionbase(Unitbase);
+        setClipPlanesAround(point, pickTolerance);
+        SetProjectionbase(base);
+        SetChanging(false);
+    }
+    glPopName();
+    readSelectBuffer();
+    DisableClipplane(-1);
+    return !hits_.empty();
+}
+
+// Four planes that keep what lies within `halfWidth` of a point of the projection plane: a column along the z axis, or the
+// pyramid from the eye.
+void TZkOglCanvas::setClipPlanesAround(const TXY& point, double halfWidth) {
+    const double left = point.x - halfWidth;
+    const double right = point.x + halfWidth;
+    const double lower = point.y - halfWidth;
+    const double upper = point.y + halfWidth;
+    if (Equals(GetBlickwinkel(), 0)) {
+        EnableClipplane(0, {right, 0, 0}, {-1, 0, 0});
+        EnableClipplane(1, {left, 0, 0}, {1, 0, 0});
+        EnableClipplane(2, {0, upper, 0}, {0, -1, 0});
+        EnableClipplane(3, {0, lower, 0}, {0, 1, 0});
+        return;
+    }
+    const TXYZ eye{0, 0, AugeAbstand()};
+    const std::array<std::array<TXYZ, 2>, 4> edges{{{{{right, lower, 0}, {right, upper, 0}}},
+                                                    {{{left, upper, 0}, {left, lower, 0}}},
+                                                    {{{right, upper, 0}, {left, upper, 0}}},
+                                                    {{{left, lower, 0}, {right, lower, 0}}}}};
+    const TXYZ inside = Sub(TXYZ{point.x, point.y, 0}, eye);
+    for (int i = 0; i < 4; ++i) {
+        const auto& [from, to] = edges[std::size_t(i)];
+        // The product of the edge's corners points out of the pyramid while the eye is before the plane, and into it when
+        // it is behind; what must be kept is the side of the axis.
+        TXYZ normal = Vekt(Sub(from, eye), Sub(to, eye));
+        if (Skal(normal, inside) < 0)
+            normal = Mul(normal, -1.0);
+        EnableClipplane(i, eye, normal);
+    }
+}
+
+void TZkOglCanvas::readSelectBuffer() {
+    hits_.clear();
+    if (!CheckCurrent())
+        return;
+    const GLint records = glRenderMode(GL_RENDER);
+    const auto& buffer = selectBuffer();
+    std::size_t at = 0;
+    // More hits than the buffer holds are reported as a negative count: then nothing counts as hit.
+    for (GLint i = 0; i < records && at + 3 <= buffer.size(); ++i) {
+        const std::size_t names = buffer[at];
+        if (at + 3 + names > buffer.size())
+            break;
+        THitItem item;
+        item.HitObject = names > 0 ? std::int32_t(buffer[at + 3]) : HitTarget::NoHit;
+        item.Depth = double(buffer[at + 2]) / 2147483647.0 / scale_;
+        item.NameCount = std::int32_t(names);
+        const auto place = std::find_if(hits_.begin(), hits_.end(),
+                                        [&item](const THitItem& other) { return other.Depth <= item.Depth; });
+        hits_.insert(place, item);
+        at += 3 + names;
+    }
+}
+
+}  // namespace zk

@@ -1,0 +1,221 @@
+#include <zk/_zkoglcanvas/control.h>
+
+#include <zk/_zkoglcanvas/canvas.h>
+#include <zk/_zkoglcanvas/hit.h>
+#include <zk/host/message.h>
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+
+#include <cmath>
+#include <exception>
+
+namespace zk {
+
+TZKOglControl::TZKOglControl(QWidget* parent) : QWidget(parent), ComponentBase(this) {
+    setMouseTracking(true);
+    resize(150, 150);
+    SetBevelKind(bevel::bkSoft);
+}
+
+TZKOglControl::~TZKOglControl() { AnnounceRemoval(); }
+
+void TZKOglControl::SetCanvas(TZkOglCanvas* canvas) { canvas_ = canvas; }
+
+// --- painting and resizing ------------------------------------------------------------------------------------------
+
+void TZKOglControl::PAint() {
+    if (canvas_)
+        canvas_->Refresh();
+}
+
+void TZKOglControl::resize() {
+    Q_EMIT OnResize(this);
+    if (!canvas_ || !canvas_->CheckCurrent())
+        return;
+    const QPointer<TZkOglCanvas> canvas = canvas_;
+    const QSize client = contentsRect().size();
+    canvas->SetChanging(true);  // two sizes, one repaint
+    canvas->SetWidth(client.width());
+    canvas->SetHeight(client.height());
+    canvas->SetChanging(false);
+}
+
+void TZKOglControl::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    guarded([this] { resize(); });
+}
+
+void TZKOglControl::paintEvent(QPaintEvent*) {
+    if (bevelKind_ == bevel::bkNone)
+        return;
+    QPainter painter(this);
+    const QPalette& colors = palette();
+    const auto frame = [&](const QRect& r, TBevelCut cut) {
+        if (cut == bevel::bvNone || cut == bevel::bvSpace)
+            return;
+        const bool lowered = cut == bevel::bvLowered;
+        const bool flat = bevelKind_ == bevel::bkFlat;
+        const QColor upper = colors.color(flat || lowered ? QPalette::Dark : QPalette::Light);
+        const QColor lower = colors.color(flat || !lowered ? QPalette::Dark : QPalette::Light);
+        const int w = bevelWidth_;
+        if (bevelEdges_ & bevel::beTop)
+            painter.fillRect(r.left(), r.top(), r.width(), w, upper);
+        if (bevelEdges_ & bevel::beLeft)
+            painter.fillRect(r.left(), r.top(), w, r.height(), upper);
+        if (bevelEdges_ & bevel::beBottom)
+            painter.fillRect(r.left(), r.bottom() + 1 - w, r.width(), w, lower);
+        if (bevelEdges_ & bevel::beRight)
+            painter.fillRect(r.right() + 1 - w, r.top(), w, r.height(), lower);
+    };
+    frame(rect(), bevelKind_ == bevel::bkTile ? bevel::bvRaised : bevel::bvLowered);
+    frame(rect().adjusted(bevelWidth_, bevelWidth_, -bevelWidth_, -bevelWidth_), bevelInner_);
+}
+
+// --- the mouse ------------------------------------------------------------------------------------------------------
+
+// User code hangs on the events; what it throws is told to the user and goes no further.
+template <class Call>
+void TZKOglControl::guarded(Call call) {
+    try {
+        call();
+    } catch (const std::exception& error) {
+        ShowMessage(QString::fromUtf8(error.what()));
+    }
+}
+
+HitTarget* TZKOglControl::targetUnderPointer(int x, int y) {
+    if (!canvas_ || !canvas_->GetSelectEnabled())
+        return nullptr;
+    // A caller of its own gives whole pixels; the mouse may stand between two.
+    const bool fromMouse = int(std::floor(pointer_.x())) == x && int(std::floor(pointer_.y())) == y;
+    if (!(fromMouse ? canvas_->SelectAt(pointer_) : canvas_->Select(x, y)))
+        return nullptr;
+    return HitTarget::Of(canvas_->Hits().front().HitObject);
+}
+
+void TZKOglControl::MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y) {
+    const QPointer<TZKOglControl> self = this;
+    if (HitTarget* target = targetUnderPointer(x, y))
+        target->MouseDown(button, shift, x, y);
+    if (self)
+        Q_EMIT OnMouseDown(this, button, shift, x, y);
+}
+
+void TZKOglControl::MouseMove(TShiftState shift, int x, int y) {
+    const QPointer<TZKOglControl> self = this;
+    if (HitTarget* target = targetUnderPointer(x, y))
+        target->MouseMove(shift, x, y);
+    if (self)
+        Q_EMIT OnMouseMove(this, shift, x, y);
+}
+
+void TZKOglControl::MouseUp(Qt::MouseButton button, TShiftState shift, int x, int y) {
+    const QPointer<TZKOglControl> self = this;
+    if (HitTarget* target = targetUnderPointer(x, y))
+        target->MouseUp(button, shift, x, y);
+    if (self)
+        Q_EMIT OnMouseUp(this, button, shift, x, y);
+}
+
+void TZKOglControl::mousePressEvent(QMouseEvent* event) {
+    pointer_ = event->position() - contentsRect().topLeft();
+    guarded([&] {
+        MouseDown(event->button(), ShiftStateOf(*event), int(std::floor(pointer_.x())), int(std::floor(pointer_.y())));
+    });
+}
+
+void TZKOglControl::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+
+void TZKOglControl::mouseMoveEvent(QMouseEvent* event) {
+    pointer_ = event->position() - contentsRect().topLeft();
+    guarded(
+        [&] { MouseMove(ShiftStateOf(*event), int(std::floor(pointer_.x())), int(std::floor(pointer_.y()))); });
+}
+
+void TZKOglControl::mouseReleaseEvent(QMouseEvent* event) {
+    pointer_ = event->position() - contentsRect().topLeft();
+    guarded([&] {
+        MouseUp(event->button(), ShiftStateOf(*event), int(std::floor(pointer_.x())), int(std::floor(pointer_.y())));
+    });
+}
+
+// --- frame and place ------------------------------------------------------------------------------------------------
+
+void TZKOglControl::SetBevelKind(TBevelKind kind) {
+    bevelKind_ = kind;
+    applyFrame();
+}
+
+void TZKOglControl::SetBevelWidth(int width) {
+    bevelWidth_ = std::max(width, 1);
+    applyFrame();
+}
+
+void TZKOglControl::SetBevelEdges(TBevelEdges edges) {
+    bevelEdges_ = edges;
+    applyFrame();
+}
+
+void TZKOglControl::SetBevelInner(TBevelCut cut) {
+    bevelInner_ = cut;
+    applyFrame();
+}
+
+void TZKOglControl::applyFrame() {
+    const int width = bevelKind_ == bevel::bkNone ? 0 : bevelWidth_ * (bevelInner_ == bevel::bvNone ? 1 : 2);
+    const auto margin = [this, width](TBevelEdge edge) { return bevelEdges_ & edge ? width : 0; };
+    const QMargins margins(margin(bevel::beLeft), margin(bevel::beTop), margin(bevel::beRight), margin(bevel::beBottom));
+    update();
+    if (margins == contentsMargins())
+        return;
+    setContentsMargins(margins);
+    guarded([this] { resize(); });
+}
+
+void TZKOglControl::SetAlign(TAlign align) {
+    align_ = align;
+    applyAlign();
+}
+
+void TZKOglControl::applyAlign() {
+    QWidget* host = parentWidget();
+    if (!host)
+        return;
+    host->removeEventFilter(this);
+    if (align_ == bevel::alNone)
+        return;
+    host->installEventFilter(this);
+    const QRect area = host->contentsRect();
+    switch (align_) {
+        case bevel::alTop:
+            return setGeometry(area.left(), area.top(), area.width(), height());
+        case bevel::alBottom:
+            return setGeometry(area.left(), area.bottom() + 1 - height(), area.width(), height());
+        case bevel::alLeft:
+            return setGeometry(area.left(), area.top(), width(), area.height());
+        case bevel::alRight:
+            return setGeometry(area.right() + 1 - width(), area.top(), width(), area.height());
+        case bevel::alClient:
+            return setGeometry(area);
+        case bevel::alNone:
+            return;
+    }
+}
+
+bool TZKOglControl::event(QEvent* event) {
+    if (event->type() == QEvent::ParentAboutToChange && parentWidget())
+        parentWidget()->removeEventFilter(this);
+    if (event->type() == QEvent::ParentChange)
+        applyAlign();
+    return QWidget::event(event);
+}
+
+bool TZKOglControl::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == parent() && event->type() == QEvent::Resize)
+        applyAlign();
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace zk

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <zk/host/component.h>
+#include <zk/host/shiftstate.h>
+
+#include <QWidget>
+
+namespace zk {
+
+class TZkOglCanvas;
+
+/// Frames of a control.
+namespace bevel {
+Q_NAMESPACE
+
+enum TBevelKind { bkNone, bkTile, bkSoft, bkFlat };
+Q_ENUM_NS(TBevelKind)
+enum TBevelCut { bvNone, bvLowered, bvRaised, bvSpace };
+Q_ENUM_NS(TBevelCut)
+enum TBevelEdge { beLeft = 1, beTop = 2, beRight = 4, beBottom = 8 };
+Q_DECLARE_FLAGS(TBevelEdges, TBevelEdge)
+Q_FLAG_NS(TBevelEdges)
+/// Where a control that no layout manages sits in its parent.
+enum TAlign { alNone, alTop, alBottom, alLeft, alRight, alClient };
+Q_ENUM_NS(TAlign)
+}  // namespace bevel
+
+using bevel::TAlign;
+using bevel::TBevelCut;
+using bevel::TBevelEdge;
+using bevel::TBevelEdges;
+using bevel::TBevelKind;
+
+/// The widget that is made for carrying a canvas: it hands its painting and resizing on to the canvas, and its mouse
+/// events to the shape under the pointer.
+///
+/// The link is made from the canvas: `canvas->SetWinControl(control)`. The picture fills the client area, which is the
+/// contents rectangle inside the frame; all mouse coordinates are pixels of the client area.
+///
+/// On each mouse event the canvas looks for what is under the pointer (unless its `SelectEnabled` is off); the first hit
+/// gets the event, then the control's own signal follows. The moves come while no button is held, too.
+class TZKOglControl : public QWidget, public ComponentBase {
+    Q_OBJECT
+    Q_PROPERTY(zk::bevel::TBevelKind BevelKind READ GetBevelKind WRITE SetBevelKind)
+    Q_PROPERTY(int BevelWidth READ GetBevelWidth WRITE SetBevelWidth)
+    Q_PROPERTY(zk::bevel::TBevelEdges BevelEdges READ GetBevelEdges WRITE SetBevelEdges)
+    Q_PROPERTY(zk::bevel::TBevelCut BevelInner READ GetBevelInner WRITE SetBevelInner)
+    Q_PROPERTY(zk::bevel::TAlign Align READ GetAlign WRITE SetAlign)
+
+  public:
+    /// The parent is the owner, as with every widget. 150 x 150 pixels with a soft bevel.
+    explicit TZKOglControl(QWidget* parent = nullptr);
+    ~TZKOglControl() override;
+
+    /// The canvas that paints here, or null. Set by the canvas only.
+    TZkOglCanvas* Canvas() const { return canvas_; }
+
+    TBevelKind GetBevelKind() const { return bevelKind_; }
+    void SetBevelKind(TBevelKind kind);
+    int GetBevelWidth() const { return bevelWidth_; }
+    /// In pixels, for each of the two cuts of the frame; what is below 1 becomes 1.
+    void SetBevelWidth(int width);
+    TBevelEdges GetBevelEdges() const { return bevelEdges_; }
+    void SetBevelEdges(TBevelEdges edges);
+    TBevelCut GetBevelInner() const { return bevelInner_; }
+    void SetBevelInner(TBevelCut cut);
+    TAlign GetAlign() const { return align_; }
+    /// Keeps the control at an edge of its parent, or over all of it. Leave it at alNone inside a layout.
+    void SetAlign(TAlign align);
+
+    /// Repaints the picture, if there is a canvas.
+    virtual void PAint();
+    /// Tells `OnResize` and gives the canvas the new size.
+    virtual void resize();
+    using QWidget::resize;
+    virtual void MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y);
+    virtual void MouseMove(TShiftState shift, int x, int y);
+    virtual void MouseUp(Qt::MouseButton button, TShiftState shift, int x, int y);
+
+  Q_SIGNALS:
+    void OnMouseDown(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
+    void OnMouseMove(QObject* sender, zk::TShiftState shift, int x, int y);
+    void OnMouseUp(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
+    void OnResize(QObject* sender);
+    /// Never told: the picture is the canvas's. It is here for forms that name it.
+    void OnPaint(QObject* sender);
+
+  protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    friend class TZkOglCanvas;
+    void SetCanvas(TZkOglCanvas* canvas);
+
+    class HitTarget* targetUnderPointer(int x, int y);
+    template <class Call>
+    void guarded(Call call);
+    void applyFrame();
+    void applyAlign();
+
+    TZkOglCanvas* canvas_ = nullptr;
+    TBevelKind bevelKind_ = bevel::bkNone;
+    int bevelWidth_ = 1;
+    TBevelEdges bevelEdges_ = TBevelEdges(bevel::beLeft | bevel::beTop | bevel::beRight | bevel::beBottom);
+    TBevelCut bevelInner_ = bevel::bvRaised;
+    TAlign align_ = bevel::alNone;
+    QPointF pointer_;  // of the mouse event being handled, between pixels where the display has finer ones
+};
+
+}  // namespace zk
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(zk::bevel::TBevelEdges)

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <zk/_zkcomtypes/polyattributes.h>
+
+#include <QPointer>
+
+namespace zk {
+
+class TZkOglCanvas;
+
+/// The polygon style of a canvas. It hands nothing to OpenGL itself: scenes and shapes set the polygon mode when they are
+/// played, and every face asks for the style as it is drawn.
+class TOglPolyAttributes : public TPolyAttributes {
+    Q_OBJECT
+  public:
+    explicit TOglPolyAttributes(TZkOglCanvas* canvas = nullptr);
+
+    TZkOglCanvas* Canvas() const;
+
+  private:
+    QPointer<QObject> canvas_;
+};
+
+}  // namespace zk

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <zk/_zkoglcanvas/picturekeeper.h>
+#include <zk/host/glsurface.h>
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+class QOpenGLContext;
+
+namespace zk {
+
+/// An OpenGL rendering context on the surface of one control, and the two swaps of a repaint.
+class RenderContext {
+  public:
+    /// A context on `surface`, current afterwards, or null with the reason in words in `whyNot`: the window system has no
+    /// OpenGL, or only OpenGL ES or a core profile, which have no display lists. `surface` must outlive the context.
+    static std::unique_ptr<RenderContext> Create(GlSurface& surface, QString& whyNot);
+
+    /// Makes the context current, so that what lives in it can go, then deletes it.
+    ~RenderContext();
+
+    GlSurface& Surface() const { return surface_; }
+    QOpenGLContext& Handle() const { return *context_; }
+
+    /// Makes the context current unless the window system says that it is. False when that failed; then no context is
+    /// current, so that what follows reaches nobody's picture instead of another canvas's.
+    bool MakeCurrent();
+
+    /// True when the context is the current one, on its surface.
+    bool IsCurrent() const;
+
+    /// Shows what has been drawn into the back buffer: the first swap of a repaint. The picture is kept for `PresentAgain`.
+    void Present();
+
+    /// Shows the picture of the last `Present` once more: the second swap of a repaint.
+    void PresentAgain();
+
+    /// Replaces the exchange of front and back buffer; an empty function brings the window system's back. It is called
+    /// with the context current. For tests and for measuring.
+    void SetSwap(std::function<void(RenderContext&)> swap) { swap_ = std::move(swap); }
+
+    /// The window system's own swap.
+    void SwapBuffers();
+
+    /// Keeps pictures another way than the best one, to work around a driver. Takes effect at the next `Present`.
+    void SetKeeping(PictureKeeper::Way way);
+
+  private:
+    RenderContext(GlSurface& surface, std::unique_ptr<QOpenGLContext> context);
+
+    void swap();
+
+    GlSurface& surface_;
+    std::unique_ptr<QOpenGLContext> context_;
+    std::unique_ptr<PictureKeeper> keeper_;
+    std::function<void(RenderContext&)> swap_;
+};
+
+}  // namespace zk

@@ -1,0 +1,239 @@
+#include <zk/_zkoglcanvas/scene.h>
+
+#include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkmath.h>
+#include <zk/_zkoglcanvas/glapi.h>
+#include <zk/_zkoglcanvas/glerror.h>
+#include <zk/_zkoglcanvas/polygonmode.h>
+#include <zk/_zkoglcanvas/rendercontext.h>
+#include <zk/host/message.h>
+
+#include <QScopeGuard>
+
+#include <numbers>
+
+namespace zk {
+
+namespace {
+
+/// One repaint for all that changes within its scope; without a canvas nothing.
+class ChangeBracket {
+  public:
+    explicit ChangeBracket(TZkOglCanvas* canvas) : canvas_(canvas) {
+        if (canvas_)
+            canvas_->SetChanging(true);
+    }
+    ~ChangeBracket() {
+        if (canvas_)
+            canvas_->SetChanging(false);
+    }
+    ChangeBracket(const ChangeBracket&) = delete;
+    ChangeBracket& operator=(const ChangeBracket&) = delete;
+
+  private:
+    QPointer<TZkOglCanvas> canvas_;
+};
+
+}  // namespace
+
+TZKOglScene::TZKOglScene(QObject* owner) : TDisplayList(owner), attributes_(std::make_unique<Tattributes>()) {
+    attributes_->HookChanges(this, [this](QObject* sender) { Changed(sender); });
+    SetVisible(true);
+}
+
+TZKOglScene::~TZKOglScene() {
+    AnnounceRemoval();
+    SetZkOglCanvas(nullptr);
+}
+
+void TZKOglScene::SetZkOglCanvas(TZkOglCanvas* canvas) {
+    if (canvas_) {
+        TZkOglCanvas* const old = canvas_;
+        old->DeleteDisplayList(old->IndexOfDisplayList(this));
+        RemoveFreeNotification(old);
+        if (list_ != 0 && old->CheckCurrent())
+            glDeleteLists(list_, 1);
+        list_ = 0;
+    }
+    canvas_ = canvas;
+    if (canvas_) {
+        FreeNotification(canvas_);
+        canvas_->AddDisplayList(this);
+        if (canvas_->CheckCurrent()) {
+            if (list_ == 0) {
+                list_ = glGenLists(1);
+                empty_ = true;
+            }
+            if (list_ == 0)
+                ShowMessage(QStringLiteral("displaylist ") + objectName() +
+                            QStringLiteral(" konnte nicht erstell werden "));
+        }
+    }
+    Invalidate();
+}
+
+void TZKOglScene::Notification(QObject* component, TOperation operation) {
+    const bool ownShape = operation == TOperation::opRemove && INdexOfShape(component) >= 0;
+    TDisplayList::Notification(component, operation);
+    if (operation != TOperation::opRemove)
+        return;
+    if (canvas_ && component == canvas_)
+        SetZkOglCanvas(nullptr);
+    if (ownShape) {
+        Invalidate();
+        if (canvas_)
+            canvas_->Refresh();
+    }
+}
+
+void TZKOglScene::Invalidate() { compiled_ = false; }
+
+void TZKOglScene::Changed(QObject* /*sender*/) {
+    const ChangeBracket bracket(canvas_);
+    Invalidate();
+}
+
+void TZKOglScene::DoUpdateNow() {
+    if (!canvas_ || !canvas_->CheckCurrent())
+        return;
+    const QPointer<TZkOglCanvas> canvas = canvas_;
+    const bool autoCompile = canvas->GetAutoCompile();
+    canvas->SetAutoCompile(false);
+    canvas->Refresh();
+    if (canvas)
+        canvas->SetAutoCompile(autoCompile);
+}
+
+void TZKOglScene::SetVisible(bool visible) {
+    if (visible == GetVisible())
+        return;
+    TDisplayList::SetVisible(visible);
+    if (!canvas_ || !canvas_->CheckCurrent())
+        return;
+    if (glIsList(list_)) {
+        // The list runs once outside the paint cycle. Shapes that are turned about a line off the origin leave the matrix
+        // changed; the view must not keep that.
+        const Tmatrix matrix = canvas_->GetOglModelMatrix();
+        glCallList(list_);
+        canvas_->SetOglModelMatrix(matrix);
+    }
+    Invalidate();
+    DoUpdateNow();
+    OGLError();
+}
+
+// --- playing --------------------------------------------------------------------------------------------------------
+
+void TZKOglScene::Play() {
+    if (!canvas_ || !canvas_->HasContext() || list_ == 0 || !GetVisible())
+        return;
+    const QPointer<TZkOglCanvas> canvas = canvas_;
+    const Tmatrix savedMatrix = canvas->GetModelMatrix();
+    const TAttributesKind savedAttributes = canvas->getAttributeskind();
+    auto restore = qScopeGuard([&] {
+        if (!canvas || !canvas->HasContext())
+            return;
+        canvas->SetAttributeskind(savedAttributes);
+        canvas->SetModelMatrix(savedMatrix);
+    });
+
+    _GlPolyGonMode(int(attributes_->getMaterial()->GLFace()), int(attributes_->getPolyStyle()->GLMode()));
+    canvas->getAttributes()->setPolyStyle(attributes_->getPolyStyle());
+    canvas->getAttributes()->SetMaterial(attributes_->getMaterial());
+    canvas->getAttributes()->SetTexture(attributes_->getTexture());
+    OGLError();
+    canvas->SetModelMatrix(Mulmat(TrfMAtrix(), savedMatrix));
+    OGLError();
+
+    if (canvas->IsSelecting()) {
+        if (!compiled_ || !empty_)  // a scene that was refused before it had ever been compiled shows nothing
+            TDisplayList::Play();
+        return;
+    }
+    if (compiled_ && canvas->GetAutoCompile()) {
+        if (glIsList(list_))
+            glCallList(list_);
+        OGLError();
+        return;
+    }
+    OGLError();
+    const QPointer<TZKOglScene> self = this;
+    const bool compile = canvas->AskBeforeCompile();
+    if (!self || !canvas || !canvas_ || list_ == 0)
+        return;  // the handler has taken the scene away
+    if (!compile) {
+        // Whoever refuses draws instead, in the transform and with the attributes of this scene: they stay in force.
+        compiled_ = true;
+        restore.dismiss();
+        return;
+    }
+    compileAndPlay();
+}
+
+void TZKOglScene::compileAndPlay() {
+    const QPointer<TZKOglScene> self = this;
+    const QPointer<TZkOglCanvas> canvas = canvas_;
+    glDeleteLists(list_, 1);
+    glNewList(list_, GL_COMPILE_AND_EXECUTE);
+    OGLError();
+    {
+        const auto end = qScopeGuard([&canvas] {
+            if (canvas && canvas->CheckCurrent())
+                glEndList();
+        });
+        TDisplayList::Play();
+    }
+    OGLError();
+    if (!self)
+        return;
+    compiled_ = true;
+    empty_ = false;
+    if (canvas)
+        canvas->TellAfterCompile();
+}
+
+// --- attributes and transform ---------------------------------------------------------------------------------------
+
+void TZKOglScene::setAttributes(Tattributes* attributes) {
+    if (!attributes || attributes == attributes_.get())
+        return;
+    const ChangeBracket bracket(canvas_);
+    attributes_->setPolyStyle(attributes->getPolyStyle());
+    attributes_->SetMaterial(attributes->getMaterial());
+    attributes_->SetTexture(attributes->getTexture());
+    Invalidate();
+}
+
+Tmatrix TZKOglScene::TrfMAtrix() const {
+    return Mulmat(RotationToMatrix3d(drehGerade_, drehwinkel_ * std::numbers::pi / 180.0),
+                  TranslationToMatrix3d(translation_));
+}
+
+void TZKOglScene::SetTranslation(const TXYZ& by) {
+    const ChangeBracket bracket(canvas_);
+    translation_ = by;
+}
+
+void TZKOglScene::SetDrehGerade(const TGerade& line) {
+    const ChangeBracket bracket(canvas_);
+    drehGerade_ = line;
+}
+
+void TZKOglScene::Setdrehwinkel(double degrees) {
+    const ChangeBracket bracket(canvas_);
+    drehwinkel_ = degrees;
+}
+
+void TZKOglScene::Set_translation(const QString& text) { SetTranslation(Strtoxyz(text)); }
+
+QString TZKOglScene::Get_translation() const { return xyztoStr(translation_); }
+
+void TZKOglScene::SetDrehgeradePkt(const QString& text) { SetDrehGerade({Strtoxyz(text), drehGerade_.Direction}); }
+
+QString TZKOglScene::GetDrehgeradePkt() const { return xyztoStr(drehGerade_.Origin); }
+
+void TZKOglScene::SetDrehgeradeRichtung(const QString& text) { SetDrehGerade({drehGerade_.Origin, Strtoxyz(text)}); }
+
+QString TZKOglScene::GetDrehgeradeRichtung() const { return xyztoStr(drehGerade_.Direction); }
+
+}  // namespace zk

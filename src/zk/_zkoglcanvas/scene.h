@@ -1,0 +1,86 @@
+#pragma once
+
+#include <zk/_zkcomtypes/attributes.h>
+#include <zk/_zkcomtypes/displaylist.h>
+#include <zk/_zkoglcanvas/canvas.h>
+
+namespace zk {
+
+/// A group of shapes that a canvas draws under one transform and one set of attributes. What it draws is compiled into an
+/// OpenGL display list, and replayed until something in it changes.
+///
+/// The transform lies outside the list: moving a scene compiles nothing. The setters of the transform repaint at once.
+/// A scene belongs to at most one canvas, which does not own it, and does not own its shapes.
+///
+/// During a pick the shapes are played one by one instead of through the list, without compiling and without the canvas's
+/// compile events: some drivers lose or crash on primitives of several kinds in a list that is played in selection mode.
+/// `OnPlay` handlers are therefore called for picks, too (`TZkOglCanvas::IsSelecting`).
+class TZKOglScene : public TDisplayList {
+    Q_OBJECT
+    Q_PROPERTY(zk::TZkOglCanvas* ZkOglCanvas READ GetZkOglCanvas WRITE SetZkOglCanvas)
+    Q_PROPERTY(bool Visible READ GetVisible WRITE SetVisible)
+    Q_PROPERTY(QString TransformBy READ Get_translation WRITE Set_translation)
+    Q_PROPERTY(double RotateBy READ Getdrehwinkel WRITE Setdrehwinkel)
+    Q_PROPERTY(QString RotationPoint READ GetDrehgeradePkt WRITE SetDrehgeradePkt)
+    Q_PROPERTY(QString RotationLine READ GetDrehgeradeRichtung WRITE SetDrehgeradeRichtung)
+    Q_PROPERTY(zk::Tattributes* Attributes READ getAttributes WRITE setAttributes)
+
+  public:
+    explicit TZKOglScene(QObject* owner = nullptr);
+    ~TZKOglScene() override;
+
+    TZkOglCanvas* GetZkOglCanvas() const { return canvas_; }
+    /// Leaves the present canvas and joins another (or none) at the end of its scenes.
+    void SetZkOglCanvas(TZkOglCanvas* canvas);
+
+    /// Unlike the shapes' flag this one repaints at once and compiles every scene of the canvas again.
+    void SetVisible(bool visible) override;
+    void Play() override;
+    /// What the list holds is out of date; the next repaint compiles it again. Does not repaint.
+    void Invalidate() override;
+    /// `Invalidate`, and one repaint. The attributes call it when they change.
+    void Changed(QObject* sender);
+    /// Repaints and compiles every scene of the canvas again.
+    void DoUpdateNow();
+    void Notification(QObject* component, TOperation operation) override;
+
+    /// True when the list holds what the scene shows.
+    bool IsCompiled() const { return compiled_; }
+    /// OpenGL's name of the list, 0 for none.
+    unsigned ListName() const { return list_; }
+
+    Tattributes* getAttributes() const { return attributes_.get(); }
+    /// Takes the values of `attributes` over; the object itself stays the caller's.
+    void setAttributes(Tattributes* attributes);
+
+    /// Rotation, then translation.
+    Tmatrix TrfMAtrix() const;
+    TXYZ GetTranslation() const { return translation_; }
+    void SetTranslation(const TXYZ& by);
+    TGerade GetDrehGerade() const { return drehGerade_; }
+    void SetDrehGerade(const TGerade& line);
+    /// In degrees about the rotation line.
+    void Setdrehwinkel(double degrees);
+    double Getdrehwinkel() const { return drehwinkel_; }
+    /// As text "x/y/z"; a malformed text raises `EConvertError` and changes nothing.
+    void Set_translation(const QString& text);
+    QString Get_translation() const;
+    void SetDrehgeradePkt(const QString& text);
+    QString GetDrehgeradePkt() const;
+    void SetDrehgeradeRichtung(const QString& text);
+    QString GetDrehgeradeRichtung() const;
+
+  private:
+    void compileAndPlay();
+
+    TZkOglCanvas* canvas_ = nullptr;
+    unsigned list_ = 0;
+    bool compiled_ = false;
+    bool empty_ = true;  // nothing was ever compiled into the list: a handler may have refused
+    TXYZ translation_{0, 0, 0};
+    TGerade drehGerade_{{0, 0, 0}, {0, 0, 1}};
+    double drehwinkel_ = 0;
+    std::unique_ptr<Tattributes> attributes_;
+};
+
+}  // namespace zk
