@@ -4,6 +4,8 @@
 #include <zk/_zkxyarrays/polyplane.h>
 #include <zk/_zkxyz/errors.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <limits>
 
 namespace zk {
@@ -13,20 +15,21 @@ namespace {
     throw EError("Normalvektor 0");
 }
 
-// No area, but for what rounding leaves of it. Normalize makes a unit vector of the smallest remainder, so that a line
-// of vertices would otherwise pass for a polygon as soon as its coordinates are not round numbers. Seen from the first
-// vertex, so that a small polygon far out still has its area.
+// No area, but for what the rounding of the coordinates leaves of it. Normalize makes a unit vector of the smallest
+// remainder, so that a line of vertices would otherwise pass for a polygon as soon as its coordinates are not round
+// numbers. Seen from the first vertex, so that a small polygon far out still has its area.
 bool OnALine(const TXYZARRAY& poly) {
     const auto points = poly.Items();
     TXYZ sum;
-    double size = 0;
-    for (std::size_t i = 2; i < points.size(); ++i) {
-        const TXYZ previous = Sub(points[i - 1], points[0]);
-        const TXYZ current = Sub(points[i], points[0]);
-        sum = Add(sum, Vekt(current, previous));
-        size += Len(current) * Len(previous);
+    double outline = 0;
+    double farthest = 0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const TXYZ& previous = points[i == 0 ? points.size() - 1 : i - 1];
+        sum = Add(sum, Vekt(Sub(points[i], points[0]), Sub(previous, points[0])));
+        outline += Dist(points[i], previous);
+        farthest = std::max(farthest, Len(points[i]));
     }
-    return Len(sum) <= 4 * std::numeric_limits<double>::epsilon() * size;
+    return Len(sum) <= 4 * std::numeric_limits<double>::epsilon() * farthest * outline;
 }
 
 }  // namespace
