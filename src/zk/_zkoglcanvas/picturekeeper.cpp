@@ -1,7 +1,8 @@
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/picturekeeper.h>
 
-#include <QOpenGLFramebufferObject>
+#include <QOpenGLContext>
+#include <QOpenGLExtraFunctions>
 
 #include <vector>
 
@@ -11,33 +12,97 @@ namespace {
 
 class FramebufferKeeper final : public PictureKeeper {
   public:
+    ~FramebufferKeeper() override { release(); }
+
     void Keep(const QSize& size) override {
         if (size.isEmpty())
             return;
-        if (!picture_ || picture_->size() != size)
-            picture_ = std::make_unique<QOpenGLFramebufferObject>(size, QOpenGLFramebufferObject::NoAttachment,
-                                                                  GLenum(GL_TEXTURE_2D), GLenum(GL_RGB8));
-        copy(picture_.get(), nullptr);
+        const State state;
+        if (size != size_)
+            make(size);
+        copy(windowBuffer(), framebuffer_);
     }
 
     void BringBack() override {
-        if (picture_)
-            copy(nullptr, picture_.get());
+        if (framebuffer_ == 0)
+            return;
+        const State state;
+        copy(framebuffer_, windowBuffer());
     }
 
   private:
-    // Null stands for the window. A scissor rectangle that user code left behind would cut the copy.
-    void copy(QOpenGLFramebufferObject* target, QOpenGLFramebufferObject* source) {
-        const QRect whole(QPoint(0, 0), picture_->size());
-        const GLboolean scissor = glIsEnabled(GL_SCISSOR_TEST);
-        if (scissor)
+    static QOpenGLExtraFunctions& gl() { return *QOpenGLContext::currentContext()->extraFunctions(); }
+    static GLuint windowBuffer() { return QOpenGLContext::currentContext()->defaultFramebufferObject(); }
+
+    // What user code may have left behind and a copy changes or is cut by: bindings, buffers of the window, scissor.
+    class State {
+      public:
+        State() {
+            glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &draw_);
+            glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &read_);
+            glGetIntegerv(GL_RENDERBUFFER_BINDING, &renderbuffer_);
+            glPushAttrib(GL_SCISSOR_BIT);
             glDisable(GL_SCISSOR_TEST);
-        QOpenGLFramebufferObject::blitFramebuffer(target, whole, source, whole);
-        if (scissor)
-            glEnable(GL_SCISSOR_TEST);
+            gl().glBindFramebuffer(GL_FRAMEBUFFER, windowBuffer());
+            glGetIntegerv(GL_READ_BUFFER, &readBuffer_);
+            glGetIntegerv(GL_DRAW_BUFFER, &drawBuffer_);
+            if (windowBuffer() == 0) {
+                glReadBuffer(GL_BACK);
+                glDrawBuffer(GL_BACK);
+            }
+        }
+        ~State() {
+            gl().glBindFramebuffer(GL_FRAMEBUFFER, windowBuffer());
+            if (windowBuffer() == 0) {
+                glReadBuffer(GLenum(readBuffer_));
+                glDrawBuffer(GLenum(drawBuffer_));
+            }
+            glPopAttrib();
+            gl().glBindRenderbuffer(GL_RENDERBUFFER, GLuint(renderbuffer_));
+            gl().glBindFramebuffer(GL_DRAW_FRAMEBUFFER, GLuint(draw_));
+            gl().glBindFramebuffer(GL_READ_FRAMEBUFFER, GLuint(read_));
+        }
+        State(const State&) = delete;
+        State& operator=(const State&) = delete;
+
+      private:
+        GLint draw_ = 0;
+        GLint read_ = 0;
+        GLint renderbuffer_ = 0;
+        GLint readBuffer_ = 0;
+        GLint drawBuffer_ = 0;
+    };
+
+    void make(const QSize& size) {
+        release();
+        gl().glGenRenderbuffers(1, &renderbuffer_);
+        gl().glBindRenderbuffer(GL_RENDERBUFFER, renderbuffer_);
+        gl().glRenderbufferStorage(GL_RENDERBUFFER, GL_RGB8, size.width(), size.height());
+        gl().glGenFramebuffers(1, &framebuffer_);
+        gl().glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
+        gl().glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, renderbuffer_);
+        size_ = size;
     }
 
-    std::unique_ptr<QOpenGLFramebufferObject> picture_;
+    void release() {
+        if (framebuffer_ == 0 || !QOpenGLContext::currentContext())
+            return;
+        gl().glDeleteFramebuffers(1, &framebuffer_);
+        gl().glDeleteRenderbuffers(1, &renderbuffer_);
+        framebuffer_ = 0;
+        renderbuffer_ = 0;
+    }
+
+    void copy(GLuint from, GLuint to) const {
+        gl().glBindFramebuffer(GL_READ_FRAMEBUFFER, from);
+        gl().glBindFramebuffer(GL_DRAW_FRAMEBUFFER, to);
+        gl().glBlitFramebuffer(0, 0, size_.width(), size_.height(), 0, 0, size_.width(), size_.height(),
+                               GL_COLOR_BUFFER_BIT, GL_NEAREST);
+    }
+
+    QSize size_;
+    GLuint framebuffer_ = 0;
+    GLuint renderbuffer_ = 0;
 };
 
 class PixelKeeper final : public PictureKeeper {
@@ -97,7 +162,10 @@ class PixelKeeper final : public PictureKeeper {
 }  // namespace
 
 PictureKeeper::Way PictureKeeper::BestWay() {
-    return QOpenGLFramebufferObject::hasOpenGLFramebufferBlit() ? Way::FramebufferObject : Way::Pixels;
+    const QOpenGLContext* context = QOpenGLContext::currentContext();
+    const bool framebuffers = context && (context->format().majorVersion() >= 3 ||
+                                          context->hasExtension(QByteArrayLiteral("GL_ARB_framebuffer_object")));
+    return framebuffers ? Way::FramebufferObject : Way::Pixels;
 }
 
 std::unique_ptr<PictureKeeper> PictureKeeper::Create(Way way) {
