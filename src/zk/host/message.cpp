@@ -32,7 +32,8 @@ void showNext() {
     QObject::connect(box, &QObject::destroyed, qApp, [] {
         if (!pending().isEmpty())
             pending().removeFirst();
-        showNext();
+        // Later: right now the box that goes may still count as the active window, which the next one would go with.
+        QMetaObject::invokeMethod(qApp, showNext, Qt::QueuedConnection);
     });
     box->open();
 }
@@ -54,8 +55,7 @@ void guiMessage(const std::string& text) {
     if (pending().contains(line))
         return;
     pending().append(line);
-    if (pending().size() == 1)
-        QMetaObject::invokeMethod(application, showNext, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(application, showNext, Qt::QueuedConnection);
 }
 
 void guiBeep() {
