@@ -141,10 +141,10 @@ double Dist(const TXYZ& a, const TXYZ& b) {
 TXYZ Normalize(const TXYZ& a) {
     if (Len(a) == 0)
         return a;
-    // The factor stays in extended precision, so that (3, 4, 0) gives (0.6, 0.8, 0) and the shortest vectors do not
-    // overflow it.
-    const long double factor = 1 / std::sqrt(SquareSum(a));
-    return {static_cast<double>(a.x * factor), static_cast<double>(a.y * factor), static_cast<double>(a.z * factor)};
+    // The length stays in extended precision and is divided by, so that (3, 4, 0) gives (0.6, 0.8, 0), and the inverse
+    // of the shortest lengths cannot overflow.
+    const long double length = std::sqrt(SquareSum(a));
+    return {static_cast<double>(a.x / length), static_cast<double>(a.y / length), static_cast<double>(a.z / length)};
 }
 
 TXY Normalize(const TXY& a) {
