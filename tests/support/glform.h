@@ -2,6 +2,7 @@
 
 #include "print.h"
 
+#include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas.h>
 #include <zk/_zkogltools.h>
 #include <zk/host/message.h>

@@ -90,7 +90,11 @@ QWindow* GlSurface::Window() const {
     return window_ && window_->handle() && window_->surfaceType() == QSurface::OpenGLSurface ? window_.data() : nullptr;
 }
 
-bool GlSurface::IsExposed() const { return window_ && window_->isExposed(); }
+// The child window is not told when the top-level window around it is hidden.
+bool GlSurface::IsExposed() const {
+    const QWindow* topLevel = window()->windowHandle();
+    return window_ && window_->isExposed() && isVisible() && topLevel && topLevel->isExposed();
+}
 
 double GlSurface::PixelRatio() const { return window_ ? window_->devicePixelRatio() : devicePixelRatioF(); }
 
