@@ -29,17 +29,16 @@ void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
     const GLenum style = getAttributes()->getPolyStyle()->GLStyle();
     for (int i = 0; i < polygons.Count(); ++i) {
         const TXYZARRAY& polygon = *polygons.Getitem(i);
-        const auto* points = static_cast<const TXYZ*>(polygon.Data);
-        int count = points ? polygon.Count : 0;
-        if (count > 1 && Equals(points[count - 1], points[0]))
-            --count;  // the closing edge is implied
+        std::span<const TXYZ> points = polygon.Items();
+        if (points.size() > 1 && Equals(points.back(), points.front()))
+            points = points.first(points.size() - 1);  // the closing edge is implied
         glBegin(style);
-        for (int p = 0; p < count; ++p) {
+        for (const TXYZ& point : points) {
             if (textured) {
-                const TXYZ relative = BaseGetRel(frame, points[p]);
+                const TXYZ relative = BaseGetRel(frame, point);
                 glTexCoord2f(GLfloat(relative.x), GLfloat(relative.y));
             }
-            glVertex3d(points[p].x, points[p].y, points[p].z);
+            glVertex3d(point.x, point.y, point.z);
         }
         glEnd();
     }

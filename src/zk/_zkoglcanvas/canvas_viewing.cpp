@@ -176,9 +176,11 @@ void TZkOglCanvas::SetUnitsPerCm(double unitsPerCm) {
     if (IsPainting())
         return;  // a shape scales its own drawing only; what follows is about the view as a whole
     // Scaling the matrix leaves what was translated by the old scale where it was: the origin of the projection base, and
-    // the lights, which OpenGL holds in eye coordinates. And a scale that was 0 took the matrix with it.
-    if (factor != 1.0 && (!std::isfinite(factor) || !lightList().empty() ||
-                          !Equals(TZKDevice::GetprojectionBAse().Origin, Nullxyz))) {
+    // the lights, which OpenGL holds in eye coordinates. And a scale next to nothing, or beyond all bounds, took the
+    // matrix's numbers with it.
+    const bool harmless = std::fabs(factor) > 1e-6 && std::fabs(factor) < 1e6;
+    const bool placed = !Equals(TZKDevice::GetprojectionBAse().Origin, Nullxyz) || !lightList().empty();
+    if (!harmless || (placed && factor != 1.0)) {
         SetChanging(true);
         rebuildModelView();
         SetChanging(false);

@@ -3,6 +3,7 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkxyz/array.h>
 
+#include <algorithm>
 #include <array>
 
 namespace zk {
@@ -40,7 +41,7 @@ void TZKOglBox::Doplay() {
     Arraysetcount(*face, 4);
     TZkOglCanvas* canvas = GetZkOglcanvas();
     for (const Face& corners : faces) {
-        std::copy(corners.begin(), corners.end(), static_cast<TXYZ*>(face->Data));
+        std::copy(corners.begin(), corners.end(), face->Items().begin());
         canvas->PolyLine3D(*face);
     }
 }
