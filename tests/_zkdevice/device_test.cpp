@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 using namespace zk;
@@ -337,6 +338,17 @@ TEST(DevicePaint, RefreshInsideAPaintDoesNothing) {
     EXPECT_EQ("[", device.take());
     device.EndPaint();
     EXPECT_EQ("]", device.take());
+}
+
+TEST(DevicePaint, AnErrorEndsThePaint) {
+    Noting device;
+    device.inPaint = [] { throw std::runtime_error("drawing failed"); };
+    EXPECT_THROW(device.Refresh(), std::runtime_error);
+    EXPECT_FALSE(device.GetDeviceStates().Contains(DsPainting));
+    device.inPaint = nullptr;
+    device.take();
+    device.Refresh();
+    EXPECT_EQ("[]", device.take());
 }
 
 TEST(DevicePaint, NothingIsPaintedWhileValuesAreLoadedOrStored) {

@@ -142,8 +142,14 @@ void TZKDevice::SetChanging(bool Value) {
 void TZKDevice::Refresh() {
     if (IsLoadingOrStoring() || deviceStates_.Contains(DsPainting) || changing_ || changeCount_ != 0)
         return;
-    BeginPaint();
-    EndPaint();
+    try {
+        BeginPaint();
+        EndPaint();
+    } catch (...) {
+        // An error that left the drawing ended the paint, and must not keep the device from painting ever again.
+        deviceStates_.Exclude(DsPainting);
+        throw;
+    }
 }
 
 void TZKDevice::BeginPaint() {

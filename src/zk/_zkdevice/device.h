@@ -104,6 +104,7 @@ class TZKDevice : public TComponent {
     bool GetChanging() const { return changing_; }
 
     /// `BeginPaint` and `EndPaint`, unless values are being loaded or stored, a paint is under way or a batch is open.
+    /// An error that comes out of them ends the paint and is passed on.
     virtual void Refresh();
 
     /// Marks the beginning and the end of painting; descendants draw in an override and call these.
