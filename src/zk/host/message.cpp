@@ -32,7 +32,7 @@ void showNext() {
     QObject::connect(box, &QObject::destroyed, qApp, [] {
         if (!pending().isEmpty())
             pending().removeFirst();
-        // Later: right now the box that goes may still count as the active window, which the next one would go with.
+        // Later: a widget that tells of its end still counts as there, for guarded pointers and as the active window.
         QMetaObject::invokeMethod(qApp, showNext, Qt::QueuedConnection);
     });
     box->open();
