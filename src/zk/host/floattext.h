@@ -5,9 +5,9 @@
 namespace zk {
 
 /// A number in general form: at most 15 significant digits, no trailing zeros; fixed notation for 0 and for magnitudes
-/// from 1e-5 up to below 1e15, otherwise mantissa, "E" and an exponent without plus sign or padding ("1E20", "-2.5E-7").
-/// The decimal separator is that of the current locale (`QLocale()`); there are no group separators. Not-a-number is
-/// "NAN", the infinities are "INF" and "-INF".
+/// from 1e-5 up to below 1e15, otherwise mantissa, "E" and an exponent without plus sign or padding ("1E20",
+/// "-2.5E-7"). The decimal separator is that of the current locale (`QLocale()`); there are no group separators.
+/// Not-a-number is "NAN", the infinities are "INF" and "-INF".
 QString FloatToStr(double value);
 
 /// The number that `text` holds, in fixed or exponent notation with the current locale's decimal separator. Blanks
