@@ -1,6 +1,7 @@
 #pragma once
 
-// The OpenGL canvas: rendering context and paint cycle, viewing, scenes, picking, lights and materials, the host control.
+// The OpenGL canvas: rendering context and paint cycle, viewing, scenes, picking, lights and materials, the host
+// control.
 
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/control.h>

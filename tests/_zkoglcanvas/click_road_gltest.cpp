@@ -1,7 +1,6 @@
 #include "glform.h"
 
 #include <QTest>
-
 #include <gtest/gtest.h>
 
 using namespace zk;

@@ -7,7 +7,6 @@
 
 #include <QOpenGLContext>
 #include <QTest>
-
 #include <gtest/gtest.h>
 
 using namespace zk;

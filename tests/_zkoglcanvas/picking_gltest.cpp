@@ -33,7 +33,8 @@ TEST(Picking, TheBackgroundIsNobody) {
     EXPECT_TRUE(form.canvas->Hits().empty()) << "the last pick counts";
 }
 
-// A box from x = -1 to 1 cm, 30 pixels a centimetre, ends at pixels 120 and 180; the pick sees 0.1 cm, 3 pixels, further.
+// A box from x = -1 to 1 cm, 30 pixels a centimetre, ends at pixels 120 and 180; the pick sees 0.1 cm, 3 pixels,
+// further.
 TEST(Picking, TheToleranceIsATenthOfACentimetre) {
     for (const double angle : {0.0, 30.0}) {
         GlForm form;
@@ -227,15 +228,16 @@ TEST(Picking, NoPickFromWithinARepaint) {
     EXPECT_EQ(tried, 2);
 }
 
-// Turned, moved and nested transforms, in both projections: the shape under each pixel of the picture is the one that is
-// hit there.
+// Turned, moved and nested transforms, in both projections: the shape under each pixel of the picture is the one that
+// is hit there.
 TEST(Picking, WhatIsSeenIsHit) {
     for (const double angle : {0.0, 20.0, 40.0}) {
         GlForm form;
         TZKOglScene* scene = form.AddScene();
         std::vector<TZKOglBox*> boxes;
         for (int i = 0; i < 6; ++i) {
-            auto* box = form.AddBox(scene, TColor(40 * (i + 1)) << 8, {1.5, 0.8 + i * 0.2, 1}, {i * 1.2 - 3.5, i % 3 - 1.5, i - 4.0});
+            auto* box = form.AddBox(scene, TColor(40 * (i + 1)) << 8, {1.5, 0.8 + i * 0.2, 1},
+                                    {i * 1.2 - 3.5, i % 3 - 1.5, i - 4.0});
             box->SetDrehgeradeRichtung("1/2/3");
             box->Setdrehwinkel(20 * i);
             boxes.push_back(box);
@@ -259,7 +261,8 @@ TEST(Picking, WhatIsSeenIsHit) {
                 const int index = (green + 20) / 40 - 1;
                 ASSERT_TRUE(index >= 0 && index < 6) << green;
                 EXPECT_TRUE(hit) << x << " " << y;
-                EXPECT_TRUE(hitTargets(*form.canvas).count(boxes[std::size_t(index)])) << x << " " << y << " box " << index;
+                EXPECT_TRUE(hitTargets(*form.canvas).count(boxes[std::size_t(index)]))
+                    << x << " " << y << " box " << index;
             }
         EXPECT_GT(seen, 60) << angle;
     }

@@ -20,7 +20,8 @@ enum class Swap { Copy, Exchange, Undefined };
 /// A swap of a given kind, on top of a window system whose own swap copies. It notes what the user sees after each.
 class SwapDouble {
   public:
-    SwapDouble(GlForm& form, Swap kind) : form_(form), kind_(kind), front_(PictureKeeper::Create(PictureKeeper::Way::Pixels)) {
+    SwapDouble(GlForm& form, Swap kind)
+        : form_(form), kind_(kind), front_(PictureKeeper::Create(PictureKeeper::Way::Pixels)) {
         form.canvas->Context()->SetSwap([this](RenderContext& context) { swap(context); });
     }
     ~SwapDouble() {

@@ -5,7 +5,6 @@
 #include <zk/_zkoglcanvas/glapi.h>
 
 #include <QMetaProperty>
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -195,7 +194,8 @@ TEST(Viewing, TheOrderOfSettersDoesNotMatter) {
             for (int x = 0; x < image.width(); ++x) {
                 const QColor a = image.pixelColor(x, y);
                 const QColor b = reference.pixelColor(x, y);
-                different += std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue()) > 6;
+                different +=
+                    std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue()) > 6;
             }
         EXPECT_LE(different, 60) << "edges may differ by rounding";
     }
@@ -302,10 +302,10 @@ TEST(CanvasProperties, NamesOrderAndDefaults) {
     QStringList names;
     for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i)
         names += meta->property(i).name();
-    EXPECT_EQ(names, (QStringList{"WinControl", "UnitsPerCM", "DefaultTriangleResolution", "AutoCompile",
-                                  "LightModelTwoSided", "BackgroundColor", "ZoomFactor", "DefaultUnitsPerCM",
-                                  "SelectEnabled", "PointOfView", "TransformBy", "RotateBy", "RotationPoint",
-                                  "RotationLine"}));
+    EXPECT_EQ(names,
+              (QStringList{"WinControl", "UnitsPerCM", "DefaultTriangleResolution", "AutoCompile", "LightModelTwoSided",
+                           "BackgroundColor", "ZoomFactor", "DefaultUnitsPerCM", "SelectEnabled", "PointOfView",
+                           "TransformBy", "RotateBy", "RotationPoint", "RotationLine"}));
     EXPECT_EQ(canvas.property("UnitsPerCM").toDouble(), 30);
     EXPECT_EQ(canvas.property("DefaultUnitsPerCM").toDouble(), 30);
     EXPECT_EQ(canvas.property("DefaultTriangleResolution").toDouble(), 2);

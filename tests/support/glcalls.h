@@ -51,7 +51,8 @@ inline Calls NoTexture(const std::string& filter = "GL_NEAREST") {
                  "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, " + filter + ")",
                  "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, " + filter + ")",
                  "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT)",
-                 "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT)", "glDisable(GL_TEXTURE_2D)"};
+                 "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT)",
+                 "glDisable(GL_TEXTURE_2D)"};
 }
 
 /// A flat face with its normal: the corners in drawing order.
@@ -62,8 +63,8 @@ inline Calls Face(std::initializer_list<double> normal, std::initializer_list<st
     return calls + Calls{"glEnd()", "glPopName()"};
 }
 
-/// The calls from the first that is `from` to the next that is `to`, both included; all that follow `from` if there is no
-/// `to`.
+/// The calls from the first that is `from` to the next that is `to`, both included; all that follow `from` if there is
+/// no `to`.
 inline Calls Section(const Calls& calls, const std::string& from, const std::string& to) {
     Calls section;
     for (const std::string& call : calls) {

@@ -2,13 +2,13 @@
 
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
+#include <zk/host/glsurface.h>
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QTest>
 #include <QWindow>
-
 #include <gtest/gtest.h>
 
 namespace zk::test {
@@ -16,7 +16,9 @@ namespace zk::test {
 MessageCatcher::MessageCatcher()
     : old_(SetMessageHandler([this](const std::string& text) { texts_ += QString::fromStdString(text); })) {}
 
-MessageCatcher::~MessageCatcher() { SetMessageHandler(old_); }
+MessageCatcher::~MessageCatcher() {
+    SetMessageHandler(old_);
+}
 
 GlForm::GlForm(const QSize& client) : window(std::make_unique<QWidget>()) {
     control = new TZKOglControl(window.get());
@@ -95,11 +97,16 @@ QColor GlForm::PixelAt(const QPointF& client) {
     return image.pixelColor((client * image.devicePixelRatio()).toPoint());
 }
 
-void GlForm::Click(const QPoint& client) {
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                      control->mapTo(window.get(), control->contentsRect().topLeft() + client));
+QWindow* GlForm::MouseWindow() const {
+    return GlSurface::Find(control)->Window();
 }
 
-unsigned PendingError(TZkOglCanvas& canvas) { return canvas.CheckCurrent() ? glGetError() : 0; }
+void GlForm::Click(const QPoint& client) {
+    QTest::mouseClick(MouseWindow(), Qt::LeftButton, Qt::NoModifier, client);
+}
+
+unsigned PendingError(TZkOglCanvas& canvas) {
+    return canvas.CheckCurrent() ? glGetError() : 0;
+}
 
 }  // namespace zk::test

@@ -45,6 +45,8 @@ class GlForm {
     QImage Screen();
     /// What the user sees at a pixel of the client area (device-independent).
     QColor PixelAt(const QPointF& client);
+    /// The native window that the window system sends the mouse events of the client area to.
+    QWindow* MouseWindow() const;
     /// A real press and release of the left button at a pixel of the client area.
     void Click(const QPoint& client);
     /// Lets the event loop run until nothing is to be done.

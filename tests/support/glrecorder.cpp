@@ -1,10 +1,10 @@
 #include "glrecorder.h"
 
 #include <GL/gl.h>
-#include <dlfcn.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <dlfcn.h>
 #include <map>
 
 namespace zk::test {
@@ -15,11 +15,17 @@ GlRecorder* active = nullptr;
 
 }  // namespace
 
-GlRecorder::GlRecorder() : outer_(active) { active = this; }
+GlRecorder::GlRecorder() : outer_(active) {
+    active = this;
+}
 
-GlRecorder::~GlRecorder() { active = outer_; }
+GlRecorder::~GlRecorder() {
+    active = outer_;
+}
 
-bool GlRecorder::IsOn() { return active != nullptr; }
+bool GlRecorder::IsOn() {
+    return active != nullptr;
+}
 
 void GlRecorder::Record(std::string call) {
     if (active)
@@ -29,7 +35,8 @@ void GlRecorder::Record(std::string call) {
 std::vector<std::string> GlRecorder::CallsTo(std::initializer_list<const char*> names) const {
     std::vector<std::string> found;
     for (const std::string& call : calls_)
-        if (std::any_of(names.begin(), names.end(), [&call](const std::string& n) { return call.rfind(n + "(", 0) == 0; }))
+        if (std::any_of(names.begin(), names.end(),
+                        [&call](const std::string& n) { return call.rfind(n + "(", 0) == 0; }))
             found.push_back(call);
     return found;
 }
@@ -47,26 +54,77 @@ using zk::test::GlRecorder;
 
 // The enumerations that the library uses. Small numbers are numbers: what they mean depends on the call.
 std::string text(GLenum value) {
-#define NAME(e) {e, #e}
-    static const std::map<GLenum, const char*> names{
-        NAME(GL_AMBIENT), NAME(GL_AMBIENT_AND_DIFFUSE), NAME(GL_BACK), NAME(GL_BLEND), NAME(GL_CCW), NAME(GL_CLAMP),
-        NAME(GL_CLIP_PLANE0), NAME(GL_CLIP_PLANE1), NAME(GL_CLIP_PLANE2), NAME(GL_CLIP_PLANE3), NAME(GL_CLIP_PLANE4),
-        NAME(GL_CLIP_PLANE5), NAME(GL_COMPILE), NAME(GL_COMPILE_AND_EXECUTE), NAME(GL_CONSTANT_ATTENUATION),
-        NAME(GL_CULL_FACE), NAME(GL_CW), NAME(GL_DECAL), NAME(GL_DEPTH_TEST), NAME(GL_DIFFUSE), NAME(GL_EMISSION),
-        NAME(GL_FILL), NAME(GL_FRONT), NAME(GL_FRONT_AND_BACK), NAME(GL_LESS), NAME(GL_LIGHT0), NAME(GL_LIGHT1),
-        NAME(GL_LIGHT2), NAME(GL_LIGHT3), NAME(GL_LIGHTING), NAME(GL_LIGHT_MODEL_TWO_SIDE), NAME(GL_LINE), NAME(GL_LINEAR),
-        NAME(GL_LINEAR_ATTENUATION), NAME(GL_MODELVIEW), NAME(GL_MODULATE), NAME(GL_NEAREST), NAME(GL_NORMALIZE),
-        NAME(GL_ONE_MINUS_SRC_ALPHA), NAME(GL_POINT), NAME(GL_POSITION), NAME(GL_PROJECTION),
-        NAME(GL_QUADRATIC_ATTENUATION), NAME(GL_RENDER), NAME(GL_REPEAT), NAME(GL_SELECT), NAME(GL_SHININESS),
-        NAME(GL_SMOOTH), NAME(GL_SPECULAR), NAME(GL_SPOT_CUTOFF), NAME(GL_SPOT_DIRECTION), NAME(GL_SPOT_EXPONENT),
-        NAME(GL_SRC_ALPHA), NAME(GL_TEXTURE), NAME(GL_TEXTURE_2D), NAME(GL_TEXTURE_ENV), NAME(GL_TEXTURE_ENV_MODE),
-        NAME(GL_TEXTURE_MAG_FILTER), NAME(GL_TEXTURE_MIN_FILTER), NAME(GL_TEXTURE_WRAP_S), NAME(GL_TEXTURE_WRAP_T)};
+#define NAME(e) \
+    { e, #e }
+    static const std::map<GLenum, const char*> names{NAME(GL_AMBIENT),
+                                                     NAME(GL_AMBIENT_AND_DIFFUSE),
+                                                     NAME(GL_BACK),
+                                                     NAME(GL_BLEND),
+                                                     NAME(GL_CCW),
+                                                     NAME(GL_CLAMP),
+                                                     NAME(GL_CLIP_PLANE0),
+                                                     NAME(GL_CLIP_PLANE1),
+                                                     NAME(GL_CLIP_PLANE2),
+                                                     NAME(GL_CLIP_PLANE3),
+                                                     NAME(GL_CLIP_PLANE4),
+                                                     NAME(GL_CLIP_PLANE5),
+                                                     NAME(GL_COMPILE),
+                                                     NAME(GL_COMPILE_AND_EXECUTE),
+                                                     NAME(GL_CONSTANT_ATTENUATION),
+                                                     NAME(GL_CULL_FACE),
+                                                     NAME(GL_CW),
+                                                     NAME(GL_DECAL),
+                                                     NAME(GL_DEPTH_TEST),
+                                                     NAME(GL_DIFFUSE),
+                                                     NAME(GL_EMISSION),
+                                                     NAME(GL_FILL),
+                                                     NAME(GL_FRONT),
+                                                     NAME(GL_FRONT_AND_BACK),
+                                                     NAME(GL_LESS),
+                                                     NAME(GL_LIGHT0),
+                                                     NAME(GL_LIGHT1),
+                                                     NAME(GL_LIGHT2),
+                                                     NAME(GL_LIGHT3),
+                                                     NAME(GL_LIGHTING),
+                                                     NAME(GL_LIGHT_MODEL_TWO_SIDE),
+                                                     NAME(GL_LINE),
+                                                     NAME(GL_LINEAR),
+                                                     NAME(GL_LINEAR_ATTENUATION),
+                                                     NAME(GL_MODELVIEW),
+                                                     NAME(GL_MODULATE),
+                                                     NAME(GL_NEAREST),
+                                                     NAME(GL_NORMALIZE),
+                                                     NAME(GL_ONE_MINUS_SRC_ALPHA),
+                                                     NAME(GL_POINT),
+                                                     NAME(GL_POSITION),
+                                                     NAME(GL_PROJECTION),
+                                                     NAME(GL_QUADRATIC_ATTENUATION),
+                                                     NAME(GL_RENDER),
+                                                     NAME(GL_REPEAT),
+                                                     NAME(GL_SELECT),
+                                                     NAME(GL_SHININESS),
+                                                     NAME(GL_SMOOTH),
+                                                     NAME(GL_SPECULAR),
+                                                     NAME(GL_SPOT_CUTOFF),
+                                                     NAME(GL_SPOT_DIRECTION),
+                                                     NAME(GL_SPOT_EXPONENT),
+                                                     NAME(GL_SRC_ALPHA),
+                                                     NAME(GL_TEXTURE),
+                                                     NAME(GL_TEXTURE_2D),
+                                                     NAME(GL_TEXTURE_ENV),
+                                                     NAME(GL_TEXTURE_ENV_MODE),
+                                                     NAME(GL_TEXTURE_MAG_FILTER),
+                                                     NAME(GL_TEXTURE_MIN_FILTER),
+                                                     NAME(GL_TEXTURE_WRAP_S),
+                                                     NAME(GL_TEXTURE_WRAP_T)};
 #undef NAME
     const auto found = names.find(value);
     return found == names.end() ? std::to_string(value) : found->second;
 }
 
-std::string text(GLint value) { return value >= 0x0400 ? text(GLenum(value)) : std::to_string(value); }
+std::string text(GLint value) {
+    return value >= 0x0400 ? text(GLenum(value)) : std::to_string(value);
+}
 
 std::string text(double value) {
     char buffer[32];
@@ -74,7 +132,9 @@ std::string text(double value) {
     return buffer;
 }
 
-std::string text(GLfloat value) { return text(double(value)); }
+std::string text(GLfloat value) {
+    return text(double(value));
+}
 
 template <class T>
 std::string list(const T* values, int count) {
@@ -114,7 +174,7 @@ int valueCount(GLenum parameter) {
 
 #define REAL(name) reinterpret_cast<decltype(&name)>(dlsym(RTLD_NEXT, #name))
 
-#define PASS(result, name, parameters, arguments) \
+#define PASS(result, name, parameters, arguments)  \
     extern "C" result GLAPIENTRY name parameters { \
         static const auto real = REAL(name);       \
         record(#name ARGUMENTS arguments);         \

@@ -8,7 +8,8 @@ namespace zk::test {
 /// Records the calls that the code under test makes to OpenGL, in order, as text: "glTranslated(1, 2, 3)".
 ///
 /// The test program defines OpenGL's functions itself (glrecorder.cpp) and passes every call on, so calls of libraries
-/// that go through the same symbols (GLU) are recorded, too; those of Qt are not. Questions (glGet…, glIs…) are left out.
+/// that go through the same symbols (GLU) are recorded, too; those of Qt are not. Questions (glGet…, glIs…) are left
+/// out.
 class GlRecorder {
   public:
     GlRecorder();

@@ -1,7 +1,6 @@
-#include <zk/_zkoglcanvas/canvas.h>
-
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkmath/tolerance.h>
+#include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glcolor.h>
@@ -80,6 +79,7 @@ void TZkOglCanvas::Setdc(GlSurface* surface) {
         connect(surface_, &GlSurface::Restored, this, &TZkOglCanvas::surfaceRestored);
         connect(surface_, &GlSurface::Exposed, this, &TZkOglCanvas::surfaceExposed);
         connect(surface_, &GlSurface::Resized, this, &TZkOglCanvas::surfaceResized);
+        connect(surface_, &GlSurface::PixelRatioChanged, this, &TZkOglCanvas::surfaceRatioChanged);
         makeContext();
     }
     SetChanging(false);
@@ -111,8 +111,8 @@ void TZkOglCanvas::makeContext() {
     glDepthFunc(GL_LESS);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    // The model-view matrix carries the scale of the view and of each shape. Without this, light would grow and fade with
-    // the zoom.
+    // The model-view matrix carries the scale of the view and of each shape. Without this, light would grow and fade
+    // with the zoom.
     glEnable(GL_NORMALIZE);
     OGLError();
 
@@ -189,13 +189,16 @@ void TZkOglCanvas::surfaceExposed() {
 
 void TZkOglCanvas::surfaceResized() {
     // A TZKOglControl says so itself, after its own resize event.
-    if (context_ && winControl_ && !qobject_cast<TZKOglControl*>(winControl_)) {
-        SetChanging(true);
-        takeSize();
-        SetChanging(false);
-    } else if (context_) {
-        SetStdViewport(GetWidth(), GetHeight());  // the pixel ratio may have changed alone
-    }
+    if (!context_ || !winControl_ || qobject_cast<TZKOglControl*>(winControl_))
+        return;
+    SetChanging(true);
+    takeSize();
+    SetChanging(false);
+}
+
+void TZkOglCanvas::surfaceRatioChanged() {
+    if (context_)
+        SetStdViewport(GetWidth(), GetHeight());
 }
 
 void TZkOglCanvas::Notification(QObject* component, TOperation operation) {
@@ -318,7 +321,8 @@ void TZkOglCanvas::playScenes() {
         if (!self)
             return;
     }
-    // A scene whose compilation is refused leaves its transform in force for those after it, but not for the next repaint.
+    // A scene whose compilation is refused leaves its transform in force for those after it, but not for the next
+    // repaint.
     if (context_ && !(GetOglModelMatrix() == view))
         SetOglModelMatrix(view);
 }

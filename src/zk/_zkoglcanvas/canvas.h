@@ -28,18 +28,18 @@ class TZKOglScene;
 /// canvas->SetBlickWinkel(30);          // degrees; a perspective view
 /// ```
 ///
-/// **Units.** Sizes and pixels are Qt's device-independent pixels of the control, x to the right, y down; on a display with
-/// a pixel ratio of 2 OpenGL draws four times as many of its own pixels and the picture is the same size, but finer.
-/// World coordinates are centimetres, `UnitsPerCM` pixels each at zoom 1; the viewer looks along -z, x to the right, y up.
-/// The viewport is a square of the larger side of the control, centred; what lies outside the control is cut off. In an
-/// odd height the picture sits one pixel lower in OpenGL than `WtoPixel` says.
+/// **Units.** Sizes and pixels are Qt's device-independent pixels of the control, x to the right, y down; on a display
+/// with a pixel ratio of 2 OpenGL draws four times as many of its own pixels and the picture is the same size, but
+/// finer. World coordinates are centimetres, `UnitsPerCM` pixels each at zoom 1; the viewer looks along -z, x to the
+/// right, y up. The viewport is a square of the larger side of the control, centred; what lies outside the control is
+/// cut off. In an odd height the picture sits one pixel lower in OpenGL than `WtoPixel` says.
 ///
-/// **Repaints.** Every setter that changes the picture repaints at once, or when the outermost `SetChanging` bracket closes.
-/// Nothing is painted while the window is not exposed; the exposure paints it.
+/// **Repaints.** Every setter that changes the picture repaints at once, or when the outermost `SetChanging` bracket
+/// closes. Nothing is painted while the window is not exposed; the exposure paints it.
 ///
-/// **Context.** There is none until `WinControl` is set and again after the control has gone. Without one (also where the
-/// window system refuses OpenGL; the control then says so in words) setters only store. A context that is lost with its
-/// window comes back with it. All on the GUI thread.
+/// **Context.** There is none until `WinControl` is set and again after the control has gone. Without one (also where
+/// the window system refuses OpenGL; the control then says so in words) setters only store. A context that is lost with
+/// its window comes back with it. All on the GUI thread.
 class TZkOglCanvas : public TZKDevice {
     Q_OBJECT
     Q_PROPERTY(QWidget* WinControl READ GetWinControl WRITE SetWinControl)
@@ -77,14 +77,14 @@ class TZkOglCanvas : public TZKDevice {
     RenderContext* Context() const { return context_.get(); }
     bool HasContext() const { return context_ != nullptr; }
 
-    /// Makes the rendering context current, if there is one, unless it is already. Everything that calls OpenGL for this
-    /// canvas calls it first. True when there is a context.
+    /// Makes the rendering context current, if there is one, unless it is already. Everything that calls OpenGL for
+    /// this canvas calls it first. True when there is a context.
     bool CheckCurrent();
     /// The same without an answer.
     void CheckCurrent1() { CheckCurrent(); }
 
-    /// OpenGL's matrix mode and render mode. Without a context the getters give 0 and, as with every call to OpenGL here,
-    /// the setters do nothing: the context of another canvas may be the current one.
+    /// OpenGL's matrix mode and render mode. Without a context the getters give 0 and, as with every call to OpenGL
+    /// here, the setters do nothing: the context of another canvas may be the current one.
     int GetmatrixMode();
     void SetmatrixMode(int mode);
     int GetRenderMode();
@@ -131,13 +131,13 @@ class TZkOglCanvas : public TZKDevice {
     void Frustum(double left, double right, double bottom, double top, double near, double far);
 
     double GetBlickwinkel() const override;
-    /// The view angle in degrees, from the axis to the edge of the view. Above 45 nothing changes; below 2 it becomes 0,
-    /// the parallel projection. Lights keep their place in the world.
+    /// The view angle in degrees, from the axis to the edge of the view. Above 45 nothing changes; below 2 it becomes
+    /// 0, the parallel projection. Lights keep their place in the world.
     void SetBlickWinkel(double degrees) override;
     /// An earlier form of the setter that stores nothing and moves no light.
     void SetBlickWinkelOld(double degrees);
-    /// The distance of the eye from the projection plane in centimetres; 0 in the parallel projection. Negative, with the
-    /// eye behind the plane, while front faces are counter-clockwise.
+    /// The distance of the eye from the projection plane in centimetres; 0 in the parallel projection. Negative, with
+    /// the eye behind the plane, while front faces are counter-clockwise.
     double AugeAbstand() const override;
 
     void SetStdViewport(int width, int height);
@@ -162,11 +162,12 @@ class TZkOglCanvas : public TZKDevice {
     void SetTextureScale(const TXYZ& scale);
 
     TBAse GetprojectionBAse() const override;
-    /// The frame that the viewer looks at: its axes are the directions to the right, up and towards the viewer, its origin
-    /// the middle of the picture. Lights keep their place in the world.
+    /// The frame that the viewer looks at: its axes are the directions to the right, up and towards the viewer, its
+    /// origin the middle of the picture. Lights keep their place in the world.
     void SetProjectionbase(const TBAse& base) override;
 
-    /// OpenGL's model-view matrix as it is, and without the scale. Without a context the identity and the stored matrix.
+    /// OpenGL's model-view matrix as it is, and without the scale. Without a context the identity and the stored
+    /// matrix.
     Tmatrix GetOglModelMatrix() const;
     void SetOglModelMatrix(const Tmatrix& matrix);
     Tmatrix GetModelMatrix() const override;
@@ -193,8 +194,8 @@ class TZkOglCanvas : public TZKDevice {
 
     // --- picking (canvas_picking.cpp) ---
 
-    /// Finds what lies within 0.1 cm of the pixel and fills the hit list. The picture on the screen does not change. True
-    /// when there was something. False without a context, and from within a repaint.
+    /// Finds what lies within 0.1 cm of the pixel and fills the hit list. The picture on the screen does not change.
+    /// True when there was something. False without a context, and from within a repaint.
     bool Select(int x, int y);
     /// The same for a position between pixels, as a display with a pixel ratio above 1 reports it.
     bool SelectAt(const QPointF& position);
@@ -214,8 +215,8 @@ class TZkOglCanvas : public TZKDevice {
     /// Draws one planar face; the arrays are its convex pieces. A face without area draws nothing.
     void PolyPolyline3D(const TlistOFxyzArray& polygons) override;
 
-    /// Shows only what lies on the side of the plane through `point` that `normal` points to, in the model coordinates in
-    /// force. `index` is 0 to 5.
+    /// Shows only what lies on the side of the plane through `point` that `normal` points to, in the model coordinates
+    /// in force. `index` is 0 to 5.
     void EnableClipplane(int index, const TXYZ& point, const TXYZ& normal);
     /// A negative index: all six.
     void DisableClipplane(int index);
@@ -225,8 +226,8 @@ class TZkOglCanvas : public TZKDevice {
     bool GetClockWise();
 
     double GetTriangleResolution() const { return triangleResolution_; }
-    /// The greatest perimeter of a triangle that faces are divided into; 0 does not divide. A change compiles all scenes
-    /// again at the next repaint.
+    /// The greatest perimeter of a triangle that faces are divided into; 0 does not divide. A change compiles all
+    /// scenes again at the next repaint.
     void SetTriangleResolution(double perimeter);
     double GetDefaultTriangleResolution() const { return defaultTriangleResolution_; }
     void SetDefaultTriangleResolution(double perimeter);
@@ -255,6 +256,7 @@ class TZkOglCanvas : public TZKDevice {
     void surfaceRestored();
     void surfaceExposed();
     void surfaceResized();
+    void surfaceRatioChanged();
     void takeSize();
     void releaseContext(bool plainAttributes);
     void makeContext();

@@ -19,9 +19,12 @@ void TZkOglCanvas::AddLight(Tlight* light) {
     TZKDevice::AddLight(light);
 }
 
-void TZkOglCanvas::RemoveLight(Tlight* light) { TZKDevice::RemoveLight(light); }
+void TZkOglCanvas::RemoveLight(Tlight* light) {
+    TZKDevice::RemoveLight(light);
+}
 
-// No upper limit is kept: a light beyond OpenGL's last one makes OpenGL report an invalid enumeration, which the user sees.
+// No upper limit is kept: a light beyond OpenGL's last one makes OpenGL report an invalid enumeration, which the user
+// sees.
 void TZkOglCanvas::CheckLightHandle() {
     if (!CheckCurrent())
         return;

@@ -1,6 +1,5 @@
-#include <zk/_zkoglcanvas/canvas.h>
-
 #include <zk/_zkmath.h>
+#include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
@@ -29,7 +28,9 @@ void TZkOglCanvas::SetHit(int name) {
         glLoadName(GLuint(name));
 }
 
-bool TZkOglCanvas::Select(int x, int y) { return SelectAt(QPointF(x, y)); }
+bool TZkOglCanvas::Select(int x, int y) {
+    return SelectAt(QPointF(x, y));
+}
 
 bool TZkOglCanvas::SelectAt(const QPointF& position) {
     if (!CheckCurrent() || IsPainting() || selecting_)
@@ -42,7 +43,8 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
     glPushName(HitTarget::NoHit);
     OGLError();
 
-    const TXY point{(position.x() - GetWidth() / 2) / GetUnitsPerCm(), -(position.y() - GetHeight() / 2) / GetUnitsPerCm()};
+    const TXY point{(position.x() - GetWidth() / 2) / GetUnitsPerCm(),
+                    -(position.y() - GetHeight() / 2) / GetUnitsPerCm()};
     {
         selecting_ = true;
         const auto ended = qScopeGuard([this] { selecting_ = false; });
@@ -61,8 +63,8 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
     return !hits_.empty();
 }
 
-// Four planes that keep what lies within `halfWidth` of a point of the projection plane: a column along the z axis, or the
-// pyramid from the eye.
+// Four planes that keep what lies within `halfWidth` of a point of the projection plane: a column along the z axis, or
+// the pyramid from the eye.
 void TZkOglCanvas::setClipPlanesAround(const TXY& point, double halfWidth) {
     const double left = point.x - halfWidth;
     const double right = point.x + halfWidth;
@@ -83,8 +85,8 @@ void TZkOglCanvas::setClipPlanesAround(const TXY& point, double halfWidth) {
     const TXYZ inside = Sub(TXYZ{point.x, point.y, 0}, eye);
     for (int i = 0; i < 4; ++i) {
         const auto& [from, to] = edges[std::size_t(i)];
-        // The product of the edge's corners points out of the pyramid while the eye is before the plane, and into it when
-        // it is behind; what must be kept is the side of the axis.
+        // The product of the edge's corners points out of the pyramid while the eye is before the plane, and into it
+        // when it is behind; what must be kept is the side of the axis.
         TXYZ normal = Vekt(Sub(from, eye), Sub(to, eye));
         if (Skal(normal, inside) < 0)
             normal = Mul(normal, -1.0);

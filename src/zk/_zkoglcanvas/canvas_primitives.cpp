@@ -1,6 +1,5 @@
-#include <zk/_zkoglcanvas/canvas.h>
-
 #include <zk/_zkmath.h>
+#include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/scene.h>

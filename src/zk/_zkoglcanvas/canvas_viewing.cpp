@@ -1,7 +1,6 @@
-#include <zk/_zkoglcanvas/canvas.h>
-
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkmath.h>
+#include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/matrixmode.h>
@@ -20,15 +19,19 @@ constexpr double farDistance = 200.0;
 constexpr double greatestAngle = 45.0;
 constexpr double smallestAngle = 2.0;
 
-double radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
+double radians(double degrees) {
+    return degrees * std::numbers::pi / 180.0;
+}
 
 // A scale of 0 shows nothing; dividing by it would lose the matrix for good.
-double inverse(double scale) { return scale == 0 ? 1.0 : 1.0 / scale; }
+double inverse(double scale) {
+    return scale == 0 ? 1.0 : 1.0 / scale;
+}
 
 }  // namespace
 
-/// Keeps the place of all lights in the world while the view changes: takes their positions and directions, and gives them
-/// back at the end of its scope, which pushes them to OpenGL in the new view.
+/// Keeps the place of all lights in the world while the view changes: takes their positions and directions, and gives
+/// them back at the end of its scope, which pushes them to OpenGL in the new view.
 class TZkOglCanvas::LightKeeper {
   public:
     explicit LightKeeper(const TZkOglCanvas& canvas) {
@@ -80,7 +83,9 @@ void TZkOglCanvas::Frustum(double left, double right, double bottom, double top,
     glFrustum(left, right, bottom, top, near, far);
 }
 
-double TZkOglCanvas::GetBlickwinkel() const { return TZKDevice::GetBlickwinkel(); }
+double TZkOglCanvas::GetBlickwinkel() const {
+    return TZKDevice::GetBlickwinkel();
+}
 
 void TZkOglCanvas::SetBlickWinkel(double degrees) {
     if (degrees > greatestAngle || std::isnan(degrees))
@@ -175,9 +180,9 @@ void TZkOglCanvas::SetUnitsPerCm(double unitsPerCm) {
     }
     if (IsPainting())
         return;  // a shape scales its own drawing only; what follows is about the view as a whole
-    // Scaling the matrix leaves what was translated by the old scale where it was: the origin of the projection base, and
-    // the lights, which OpenGL holds in eye coordinates. And a scale next to nothing, or beyond all bounds, took the
-    // matrix's numbers with it.
+    // Scaling the matrix leaves what was translated by the old scale where it was: the origin of the projection base,
+    // and the lights, which OpenGL holds in eye coordinates. And a scale next to nothing, or beyond all bounds, took
+    // the matrix's numbers with it.
     const bool harmless = std::fabs(factor) > 1e-6 && std::fabs(factor) < 1e6;
     const bool placed = !Equals(TZKDevice::GetprojectionBAse().Origin, Nullxyz) || !lightList().empty();
     if (!harmless || (placed && factor != 1.0)) {
@@ -284,7 +289,9 @@ void TZkOglCanvas::SetProjectionbase(const TBAse& base) {
     SetChanging(false);
 }
 
-void TZkOglCanvas::rebuildModelView() { SetProjectionbase(TZKDevice::GetprojectionBAse()); }
+void TZkOglCanvas::rebuildModelView() {
+    SetProjectionbase(TZKDevice::GetprojectionBAse());
+}
 
 // --- the model transform --------------------------------------------------------------------------------------------
 
@@ -322,16 +329,28 @@ void TZkOglCanvas::Setdrehwinkel(double degrees) {
     SetChanging(false);
 }
 
-void TZkOglCanvas::Set_translation(const QString& text) { SetTranslation(Strtoxyz(text)); }
+void TZkOglCanvas::Set_translation(const QString& text) {
+    SetTranslation(Strtoxyz(text));
+}
 
-QString TZkOglCanvas::Get_translation() const { return xyztoStr(translation_); }
+QString TZkOglCanvas::Get_translation() const {
+    return xyztoStr(translation_);
+}
 
-void TZkOglCanvas::SetDrehgeradePkt(const QString& text) { SetDrehGerade({Strtoxyz(text), drehGerade_.Direction}); }
+void TZkOglCanvas::SetDrehgeradePkt(const QString& text) {
+    SetDrehGerade({Strtoxyz(text), drehGerade_.Direction});
+}
 
-QString TZkOglCanvas::GetDrehgeradePkt() const { return xyztoStr(drehGerade_.Origin); }
+QString TZkOglCanvas::GetDrehgeradePkt() const {
+    return xyztoStr(drehGerade_.Origin);
+}
 
-void TZkOglCanvas::SetDrehgeradeRichtung(const QString& text) { SetDrehGerade({drehGerade_.Origin, Strtoxyz(text)}); }
+void TZkOglCanvas::SetDrehgeradeRichtung(const QString& text) {
+    SetDrehGerade({drehGerade_.Origin, Strtoxyz(text)});
+}
 
-QString TZkOglCanvas::GetDrehgeradeRichtung() const { return xyztoStr(drehGerade_.Direction); }
+QString TZkOglCanvas::GetDrehgeradeRichtung() const {
+    return xyztoStr(drehGerade_.Direction);
+}
 
 }  // namespace zk

@@ -1,6 +1,5 @@
-#include <zk/_zkoglcanvas/control.h>
-
 #include <zk/_zkoglcanvas/canvas.h>
+#include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/hit.h>
 #include <zk/host/message.h>
 
@@ -19,9 +18,13 @@ TZKOglControl::TZKOglControl(QWidget* parent) : QWidget(parent), ComponentBase(t
     SetBevelKind(bevel::bkSoft);
 }
 
-TZKOglControl::~TZKOglControl() { AnnounceRemoval(); }
+TZKOglControl::~TZKOglControl() {
+    AnnounceRemoval();
+}
 
-void TZKOglControl::SetCanvas(TZkOglCanvas* canvas) { canvas_ = canvas; }
+void TZKOglControl::SetCanvas(TZkOglCanvas* canvas) {
+    canvas_ = canvas;
+}
 
 // --- painting and resizing ------------------------------------------------------------------------------------------
 
@@ -126,12 +129,13 @@ void TZKOglControl::mousePressEvent(QMouseEvent* event) {
     });
 }
 
-void TZKOglControl::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void TZKOglControl::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
 
 void TZKOglControl::mouseMoveEvent(QMouseEvent* event) {
     pointer_ = event->position() - contentsRect().topLeft();
-    guarded(
-        [&] { MouseMove(ShiftStateOf(*event), int(std::floor(pointer_.x())), int(std::floor(pointer_.y()))); });
+    guarded([&] { MouseMove(ShiftStateOf(*event), int(std::floor(pointer_.x())), int(std::floor(pointer_.y()))); });
 }
 
 void TZKOglControl::mouseReleaseEvent(QMouseEvent* event) {
@@ -166,7 +170,8 @@ void TZKOglControl::SetBevelInner(TBevelCut cut) {
 void TZKOglControl::applyFrame() {
     const int width = bevelKind_ == bevel::bkNone ? 0 : bevelWidth_ * (bevelInner_ == bevel::bvNone ? 1 : 2);
     const auto margin = [this, width](TBevelEdge edge) { return bevelEdges_ & edge ? width : 0; };
-    const QMargins margins(margin(bevel::beLeft), margin(bevel::beTop), margin(bevel::beRight), margin(bevel::beBottom));
+    const QMargins margins(margin(bevel::beLeft), margin(bevel::beTop), margin(bevel::beRight),
+                           margin(bevel::beBottom));
     update();
     if (margins == contentsMargins())
         return;

@@ -37,8 +37,8 @@ using bevel::TBevelKind;
 /// The link is made from the canvas: `canvas->SetWinControl(control)`. The picture fills the client area, which is the
 /// contents rectangle inside the frame; all mouse coordinates are pixels of the client area.
 ///
-/// On each mouse event the canvas looks for what is under the pointer (unless its `SelectEnabled` is off); the first hit
-/// gets the event, then the control's own signal follows. The moves come while no button is held, too.
+/// On each mouse event the canvas looks for what is under the pointer (unless its `SelectEnabled` is off); the first
+/// hit gets the event, then the control's own signal follows. The moves come while no button is held, too.
 class TZKOglControl : public QWidget, public ComponentBase {
     Q_OBJECT
     Q_PROPERTY(zk::bevel::TBevelKind BevelKind READ GetBevelKind WRITE SetBevelKind)

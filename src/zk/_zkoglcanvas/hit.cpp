@@ -22,9 +22,13 @@ std::int32_t nextName() {
 
 }  // namespace
 
-HitTarget::HitTarget() : name_(nextName()) { targets().emplace(name_, this); }
+HitTarget::HitTarget() : name_(nextName()) {
+    targets().emplace(name_, this);
+}
 
-HitTarget::~HitTarget() { targets().erase(name_); }
+HitTarget::~HitTarget() {
+    targets().erase(name_);
+}
 
 HitTarget* HitTarget::Of(std::int32_t name) {
     const auto found = targets().find(name);

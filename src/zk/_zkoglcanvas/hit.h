@@ -10,8 +10,8 @@ namespace zk {
 
 /// What a pick can meet: a shape that takes part in mouse events.
 ///
-/// OpenGL's names have 32 bits and outlive what they name, so a pick never carries a pointer: every target gets a number
-/// for its life, and `Of` gives the target back, or none once it is gone. Numbers are not used again.
+/// OpenGL's names have 32 bits and outlive what they name, so a pick never carries a pointer: every target gets a
+/// number for its life, and `Of` gives the target back, or none once it is gone. Numbers are not used again.
 class HitTarget {
   public:
     HitTarget();

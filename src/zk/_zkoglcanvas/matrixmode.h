@@ -4,8 +4,8 @@
 
 namespace zk {
 
-/// Works on one of OpenGL's matrices for the length of a scope: the mode before comes back with its end. Needs a current
-/// context. For the unit's own sources.
+/// Works on one of OpenGL's matrices for the length of a scope: the mode before comes back with its end. Needs a
+/// current context. For the unit's own sources.
 class MatrixModeScope {
   public:
     explicit MatrixModeScope(GLenum mode) {

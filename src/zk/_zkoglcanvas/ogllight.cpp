@@ -60,7 +60,9 @@ void TZKOglLight::Notification(QObject* component, TOperation operation) {
         SetZkOglCanvas(nullptr);
 }
 
-bool TZKOglLight::CheckCurrent() { return canvas_ && canvas_->CheckCurrent(); }
+bool TZKOglLight::CheckCurrent() {
+    return canvas_ && canvas_->CheckCurrent();
+}
 
 void TZKOglLight::Invalidate() {
     if (CheckCurrent())
@@ -76,7 +78,8 @@ void TZKOglLight::pass(unsigned parameter, TColor color) {
     glLightfv(GLenum(handle_), parameter, ToGlColor(color).data());
 }
 
-// Under an identity model-view matrix OpenGL takes the value as it is, so that the light stays put when the model moves.
+// Under an identity model-view matrix OpenGL takes the value as it is, so that the light stays put when the model
+// moves.
 void TZKOglLight::passInEyeCoordinates(unsigned parameter, const float* value) {
     const MatrixModeScope mode(GL_MODELVIEW);
     glPushMatrix();
@@ -85,7 +88,9 @@ void TZKOglLight::passInEyeCoordinates(unsigned parameter, const float* value) {
     glPopMatrix();
 }
 
-double TZKOglLight::GEtattenuation() const { return Tlight::GEtattenuation(); }
+double TZKOglLight::GEtattenuation() const {
+    return Tlight::GEtattenuation();
+}
 
 void TZKOglLight::setattenuation(double attenuation) {
     Tlight::setattenuation(attenuation);
@@ -95,11 +100,17 @@ void TZKOglLight::setattenuation(double attenuation) {
     Invalidate();
 }
 
-std::int32_t TZKOglLight::GEtattenuationMode() const { return Tlight::GEtattenuationMode(); }
+std::int32_t TZKOglLight::GEtattenuationMode() const {
+    return Tlight::GEtattenuationMode();
+}
 
-void TZKOglLight::setattenuationMode(std::int32_t mode) { Tlight::setattenuationMode(mode); }
+void TZKOglLight::setattenuationMode(std::int32_t mode) {
+    Tlight::setattenuationMode(mode);
+}
 
-TXYZ TZKOglLight::GetPosition() const { return Tlight::GetPosition(); }
+TXYZ TZKOglLight::GetPosition() const {
+    return Tlight::GetPosition();
+}
 
 void TZKOglLight::SetPosition(const TXYZ& position) {
     Tlight::SetPosition(position);
@@ -122,15 +133,16 @@ void TZKOglLight::SetPositionOld(const TXYZ& position) {
     Invalidate();
 }
 
-TXYZ TZKOglLight::GetDirection() const { return Tlight::GetDirection(); }
+TXYZ TZKOglLight::GetDirection() const {
+    return Tlight::GetDirection();
+}
 
 void TZKOglLight::SetDirection(const TXYZ& direction) {
     Tlight::SetDirection(direction);
     if (!shines())
         return;
     const TBAse frame = canvas_->GetprojectionBAse();
-    const TXYZ v =
-        Sub(BaseGetRel(frame, Mul(direction, canvas_->GetScale())), BaseGetRel(frame, TXYZ{0, 0, 0}));
+    const TXYZ v = Sub(BaseGetRel(frame, Mul(direction, canvas_->GetScale())), BaseGetRel(frame, TXYZ{0, 0, 0}));
     const GLfloat value[3] = {GLfloat(v.x), GLfloat(v.y), GLfloat(v.z)};
     passInEyeCoordinates(GL_SPOT_DIRECTION, value);
     Invalidate();
@@ -151,7 +163,9 @@ void TZKOglLight::SetEnabled(bool enabled) {
     Invalidate();
 }
 
-TColor TZKOglLight::GetAmbient() const { return Tlight::GetAmbient(); }
+TColor TZKOglLight::GetAmbient() const {
+    return Tlight::GetAmbient();
+}
 
 void TZKOglLight::SetAmbient(TColor color) {
     Tlight::SetAmbient(color);
@@ -161,7 +175,9 @@ void TZKOglLight::SetAmbient(TColor color) {
     Invalidate();
 }
 
-TColor TZKOglLight::GetDiffuse() const { return Tlight::GetDiffuse(); }
+TColor TZKOglLight::GetDiffuse() const {
+    return Tlight::GetDiffuse();
+}
 
 void TZKOglLight::SetDiffuse(TColor color) {
     Tlight::SetDiffuse(color);
@@ -171,7 +187,9 @@ void TZKOglLight::SetDiffuse(TColor color) {
     Invalidate();
 }
 
-TColor TZKOglLight::GetSpecular() const { return Tlight::GetSpecular(); }
+TColor TZKOglLight::GetSpecular() const {
+    return Tlight::GetSpecular();
+}
 
 void TZKOglLight::SetSpecular(TColor color) {
     Tlight::SetSpecular(color);
@@ -181,7 +199,9 @@ void TZKOglLight::SetSpecular(TColor color) {
     Invalidate();
 }
 
-double TZKOglLight::getSpotExponent() const { return Tlight::getSpotExponent(); }
+double TZKOglLight::getSpotExponent() const {
+    return Tlight::getSpotExponent();
+}
 
 void TZKOglLight::SetSpotExponent(double exponent) {
     Tlight::SetSpotExponent(exponent);
@@ -191,7 +211,9 @@ void TZKOglLight::SetSpotExponent(double exponent) {
     Invalidate();
 }
 
-double TZKOglLight::getSpotCutOff() const { return Tlight::getSpotCutOff(); }
+double TZKOglLight::getSpotCutOff() const {
+    return Tlight::getSpotCutOff();
+}
 
 void TZKOglLight::SetSpotCutOff(double degrees) {
     Tlight::SetSpotCutOff(degrees);
@@ -204,13 +226,21 @@ void TZKOglLight::SetSpotCutOff(double degrees) {
     Invalidate();
 }
 
-QString TZKOglLight::GetLightPosition() const { return xyztoStr(GetPosition()); }
+QString TZKOglLight::GetLightPosition() const {
+    return xyztoStr(GetPosition());
+}
 
-void TZKOglLight::SetLightPosition(const QString& text) { SetPosition(Strtoxyz(text)); }
+void TZKOglLight::SetLightPosition(const QString& text) {
+    SetPosition(Strtoxyz(text));
+}
 
-QString TZKOglLight::GetLightDirection() const { return xyztoStr(GetDirection()); }
+QString TZKOglLight::GetLightDirection() const {
+    return xyztoStr(GetDirection());
+}
 
-void TZKOglLight::SetLightDirection(const QString& text) { SetDirection(Strtoxyz(text)); }
+void TZKOglLight::SetLightDirection(const QString& text) {
+    SetDirection(Strtoxyz(text));
+}
 
 void TZKOglLight::Update() {
     if (!CheckCurrent())

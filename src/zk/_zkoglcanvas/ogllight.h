@@ -32,8 +32,8 @@ class TZKOglLight : public Tlight {
     ~TZKOglLight() override;
 
     TZkOglCanvas* GetZKOglCanvas() const { return canvas_; }
-    /// Leaves the present canvas and shines in another; with null it is switched off. An error on the way out is shown as
-    /// "error destroying light :" and the light's index, and does not stop it.
+    /// Leaves the present canvas and shines in another; with null it is switched off. An error on the way out is shown
+    /// as "error destroying light :" and the light's index, and does not stop it.
     void SetZkOglCanvas(TZkOglCanvas* canvas);
 
     double GEtattenuation() const override;
@@ -56,8 +56,8 @@ class TZKOglLight : public Tlight {
     void SetSpecular(TColor color) override;
     /// OpenGL takes 0 to 128; for what lies outside it gets the nearer end.
     void SetSpotExponent(double exponent) override;
-    /// In degrees from the axis; for more than 90 OpenGL gets 180, which is no spot. A spot needs finer triangles, so the canvas's
-    /// triangle resolution follows: its default below 90, else 0.
+    /// In degrees from the axis; for more than 90 OpenGL gets 180, which is no spot. A spot needs finer triangles, so
+    /// the canvas's triangle resolution follows: its default below 90, else 0.
     void SetSpotCutOff(double degrees) override;
     double getSpotExponent() const override;
     double getSpotCutOff() const override;
@@ -75,8 +75,8 @@ class TZKOglLight : public Tlight {
     bool CheckCurrent();
     /// Repaints the canvas.
     void Invalidate();
-    /// Passes everything to OpenGL. Position and direction make the way through their text, so they are those that a form
-    /// would store.
+    /// Passes everything to OpenGL. Position and direction make the way through their text, so they are those that a
+    /// form would store.
     void Update();
 
     void Notification(QObject* component, TOperation operation) override;

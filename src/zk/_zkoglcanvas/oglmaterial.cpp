@@ -9,7 +9,9 @@ namespace zk {
 namespace {
 
 // OpenGL answers for one face only; a material for both faces has the same values on the front.
-GLenum questionFace(GLenum face) { return face == GL_BACK ? GL_BACK : GL_FRONT; }
+GLenum questionFace(GLenum face) {
+    return face == GL_BACK ? GL_BACK : GL_FRONT;
+}
 
 }  // namespace
 
@@ -38,7 +40,9 @@ void TOglMaterial::pass(unsigned parameter, TColor color, double alpha) const {
     glMaterialfv(GLFace(), parameter, ToGlColor(color, float(alpha)).data());
 }
 
-double TOglMaterial::GetTranslucent() const { return Tmaterial::GetTranslucent(); }
+double TOglMaterial::GetTranslucent() const {
+    return Tmaterial::GetTranslucent();
+}
 
 void TOglMaterial::SetTranslucent(double translucent) {
     if (auto* canvas = qobject_cast<TZkOglCanvas*>(canvas_.data()))
@@ -48,28 +52,36 @@ void TOglMaterial::SetTranslucent(double translucent) {
     OGLError();
 }
 
-TColor TOglMaterial::GetAmbient() const { return ask(GL_AMBIENT); }
+TColor TOglMaterial::GetAmbient() const {
+    return ask(GL_AMBIENT);
+}
 
 void TOglMaterial::SetAmbient(TColor color) {
     Tmaterial::SetAmbient(color);
     pass(GL_AMBIENT, color, 1.0);
 }
 
-TColor TOglMaterial::GetDiffuse() const { return ask(GL_DIFFUSE); }
+TColor TOglMaterial::GetDiffuse() const {
+    return ask(GL_DIFFUSE);
+}
 
 void TOglMaterial::SetDiffuse(TColor color) {
     Tmaterial::SetDiffuse(color);
     pass(GL_DIFFUSE, color, GetTranslucent());
 }
 
-TColor TOglMaterial::GetSpecular() const { return ask(GL_SPECULAR); }
+TColor TOglMaterial::GetSpecular() const {
+    return ask(GL_SPECULAR);
+}
 
 void TOglMaterial::SetSpecular(TColor color) {
     Tmaterial::SetSpecular(color);
     pass(GL_SPECULAR, color, 1.0);
 }
 
-TColor TOglMaterial::GetEmission() const { return ask(GL_EMISSION); }
+TColor TOglMaterial::GetEmission() const {
+    return ask(GL_EMISSION);
+}
 
 void TOglMaterial::SetEmission(TColor color) {
     Tmaterial::SetEmission(color);

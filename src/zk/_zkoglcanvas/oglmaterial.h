@@ -8,7 +8,8 @@ namespace zk {
 
 class TZkOglCanvas;
 
-/// A material that is OpenGL's current one: every setter passes its value on, and the colours are read back from OpenGL.
+/// A material that is OpenGL's current one: every setter passes its value on, and the colours are read back from
+/// OpenGL.
 ///
 /// It acts on the context that is current and makes none current: whoever sets a material is about to draw with it.
 /// Colours go to the material's face (`GLFace`).
@@ -17,8 +18,8 @@ class TOglMaterial : public Tmaterial {
   public:
     TOglMaterial();
 
-    /// The canvas; one that is not null sets the defaults: specular and ambient white, emission and diffuse grey, shininess
-    /// 0.1, opaque, for the front.
+    /// The canvas; one that is not null sets the defaults: specular and ambient white, emission and diffuse grey,
+    /// shininess 0.1, opaque, for the front.
     void SetParent(TZkOglCanvas* canvas);
 
     double GetTranslucent() const override;
@@ -33,8 +34,8 @@ class TOglMaterial : public Tmaterial {
     TColor GetEmission() const override;
     void SetEmission(TColor color) override;
     double GetShininess() const override;
-    /// Goes to OpenGL only (0 to 128, anything else is OpenGL's error); the object itself stores no shininess, and nothing
-    /// is told of the change.
+    /// Goes to OpenGL only (0 to 128, anything else is OpenGL's error); the object itself stores no shininess, and
+    /// nothing is told of the change.
     void SetShininess(double shininess) override;
 
   private:

@@ -5,6 +5,8 @@ namespace zk {
 
 TOglPolyAttributes::TOglPolyAttributes(TZkOglCanvas* canvas) : canvas_(canvas) {}
 
-TZkOglCanvas* TOglPolyAttributes::Canvas() const { return qobject_cast<TZkOglCanvas*>(canvas_.data()); }
+TZkOglCanvas* TOglPolyAttributes::Canvas() const {
+    return qobject_cast<TZkOglCanvas*>(canvas_.data());
+}
 
 }  // namespace zk

@@ -8,8 +8,8 @@ namespace zk {
 
 class TZkOglCanvas;
 
-/// The polygon style of a canvas. It hands nothing to OpenGL itself: scenes and shapes set the polygon mode when they are
-/// played, and every face asks for the style as it is drawn.
+/// The polygon style of a canvas. It hands nothing to OpenGL itself: scenes and shapes set the polygon mode when they
+/// are played, and every face asks for the style as it is drawn.
 class TOglPolyAttributes : public TPolyAttributes {
     Q_OBJECT
   public:

@@ -29,7 +29,9 @@ class CanvasBracket {
 
 TOglTexture::TOglTexture(TZkOglCanvas* canvas) : canvas_(canvas) {}
 
-TZkOglCanvas* TOglTexture::canvas() const { return qobject_cast<TZkOglCanvas*>(canvas_.data()); }
+TZkOglCanvas* TOglTexture::canvas() const {
+    return qobject_cast<TZkOglCanvas*>(canvas_.data());
+}
 
 void TOglTexture::SetVisible(bool visible) {
     const bool shown = visible && GetPixels() && !GetPixels()->empty();
@@ -104,8 +106,8 @@ void TOglTexture::SetPicture(const PicName& name) {
     TTexture::SetPicture(name);
 }
 
-// The texture matrix is scaled by 1 in each axis: the world size changes nothing in it, but whatever becomes of the scale
-// would come into force here.
+// The texture matrix is scaled by 1 in each axis: the world size changes nothing in it, but whatever becomes of the
+// scale would come into force here.
 void TOglTexture::passTextureScale() {
     if (TZkOglCanvas* owner = canvas(); owner && owner->HasContext())
         owner->SetTextureScale(owner->getTextureScale());

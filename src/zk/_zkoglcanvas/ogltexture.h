@@ -8,8 +8,8 @@ namespace zk {
 
 class TZkOglCanvas;
 
-/// A texture that is OpenGL's current one: its setters pass filter, wrap, environment and picture on to GL_TEXTURE_2D, and
-/// the first three are read back from OpenGL. Acts on the context that is current.
+/// A texture that is OpenGL's current one: its setters pass filter, wrap, environment and picture on to GL_TEXTURE_2D,
+/// and the first three are read back from OpenGL. Acts on the context that is current.
 class TOglTexture : public TTexture {
     Q_OBJECT
   public:

@@ -126,8 +126,8 @@ class PixelKeeper final : public PictureKeeper {
             return;
         glPushAttrib(GL_ALL_ATTRIB_BITS);
         glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        for (const GLenum step : {GL_LIGHTING, GL_TEXTURE_1D, GL_TEXTURE_2D, GL_FOG, GL_BLEND, GL_ALPHA_TEST, GL_DEPTH_TEST,
-                                  GL_STENCIL_TEST, GL_SCISSOR_TEST, GL_COLOR_LOGIC_OP})
+        for (const GLenum step : {GL_LIGHTING, GL_TEXTURE_1D, GL_TEXTURE_2D, GL_FOG, GL_BLEND, GL_ALPHA_TEST,
+                                  GL_DEPTH_TEST, GL_STENCIL_TEST, GL_SCISSOR_TEST, GL_COLOR_LOGIC_OP})
             glDisable(step);
         for (GLenum plane = GL_CLIP_PLANE0; plane <= GL_CLIP_PLANE5; ++plane)
             glDisable(plane);

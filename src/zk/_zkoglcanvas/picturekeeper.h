@@ -8,10 +8,10 @@ namespace zk {
 
 /// Keeps the picture in the back buffer over a swap.
 ///
-/// After a swap the back buffer holds the same picture, the one before, or nothing defined, as the driver likes. A repaint
-/// swaps twice, and both swaps must show the new picture; so it is copied away before the first swap and brought back
-/// before the second. Both calls need the context current that the keeper was made in, and leave OpenGL's state as it
-/// was. The keeper is destroyed in that context, too.
+/// After a swap the back buffer holds the same picture, the one before, or nothing defined, as the driver likes. A
+/// repaint swaps twice, and both swaps must show the new picture; so it is copied away before the first swap and
+/// brought back before the second. Both calls need the context current that the keeper was made in, and leave OpenGL's
+/// state as it was. The keeper is destroyed in that context, too.
 class PictureKeeper {
   public:
     virtual ~PictureKeeper() = default;

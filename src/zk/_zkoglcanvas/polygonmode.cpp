@@ -3,7 +3,9 @@
 
 namespace zk {
 
-void _GlPolyGonMode(int /*face*/, int mode) { glPolygonMode(GL_FRONT_AND_BACK, GLenum(mode)); }
+void _GlPolyGonMode(int /*face*/, int mode) {
+    glPolygonMode(GL_FRONT_AND_BACK, GLenum(mode));
+}
 
 std::array<int, 2> GetPolyGonMode() {
     std::array<int, 2> modes{0, 0};

@@ -10,8 +10,9 @@ namespace zk {
 namespace {
 
 QString refusal(const char* reason) {
-    return QCoreApplication::translate("zk::RenderContext", "No picture can be shown here: %1 OpenGL 1.1 or later in the "
-                                                            "compatibility profile is needed.")
+    return QCoreApplication::translate("zk::RenderContext",
+                                       "No picture can be shown here: %1 OpenGL 1.1 or later in the "
+                                       "compatibility profile is needed.")
         .arg(QCoreApplication::translate("zk::RenderContext", reason));
 }
 
@@ -33,7 +34,8 @@ std::unique_ptr<RenderContext> RenderContext::Create(GlSurface& surface, QString
         whyNot = refusal("the OpenGL context could not be made current.");
         return nullptr;
     }
-    if (context->isOpenGLES() || context->format().profile() == QSurfaceFormat::CoreProfile || !glGetString(GL_VERSION)) {
+    if (context->isOpenGLES() || context->format().profile() == QSurfaceFormat::CoreProfile ||
+        !glGetString(GL_VERSION)) {
         context->doneCurrent();
         whyNot = refusal("the window system offers OpenGL ES or a core profile only.");
         return nullptr;

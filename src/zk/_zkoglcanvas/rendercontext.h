@@ -15,8 +15,8 @@ namespace zk {
 /// An OpenGL rendering context on the surface of one control, and the two swaps of a repaint.
 class RenderContext {
   public:
-    /// A context on `surface`, current afterwards, or null with the reason in words in `whyNot`: the window system has no
-    /// OpenGL, or only OpenGL ES or a core profile, which have no display lists. `surface` must outlive the context.
+    /// A context on `surface`, current afterwards, or null with the reason in words in `whyNot`: the window system has
+    /// no OpenGL, or only OpenGL ES or a core profile, which have no display lists. `surface` must outlive the context.
     static std::unique_ptr<RenderContext> Create(GlSurface& surface, QString& whyNot);
 
     /// Makes the context current, so that what lives in it can go, then deletes it.
@@ -32,7 +32,8 @@ class RenderContext {
     /// True when the context is the current one, on its surface.
     bool IsCurrent() const;
 
-    /// Shows what has been drawn into the back buffer: the first swap of a repaint. The picture is kept for `PresentAgain`.
+    /// Shows what has been drawn into the back buffer: the first swap of a repaint. The picture is kept for
+    /// `PresentAgain`.
     void Present();
 
     /// Shows the picture of the last `Present` once more: the second swap of a repaint.

@@ -1,11 +1,10 @@
-#include <zk/_zkoglcanvas/scene.h>
-
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
+#include <zk/_zkoglcanvas/scene.h>
 #include <zk/host/message.h>
 
 #include <QScopeGuard>
@@ -86,7 +85,9 @@ void TZKOglScene::Notification(QObject* component, TOperation operation) {
     }
 }
 
-void TZKOglScene::Invalidate() { compiled_ = false; }
+void TZKOglScene::Invalidate() {
+    compiled_ = false;
+}
 
 void TZKOglScene::Changed(QObject* /*sender*/) {
     const ChangeBracket bracket(canvas_);
@@ -111,8 +112,8 @@ void TZKOglScene::SetVisible(bool visible) {
     if (!canvas_ || !canvas_->CheckCurrent())
         return;
     if (glIsList(list_)) {
-        // The list runs once outside the paint cycle. Shapes that are turned about a line off the origin leave the matrix
-        // changed; the view must not keep that.
+        // The list runs once outside the paint cycle. Shapes that are turned about a line off the origin leave the
+        // matrix changed; the view must not keep that.
         const Tmatrix matrix = canvas_->GetOglModelMatrix();
         glCallList(list_);
         canvas_->SetOglModelMatrix(matrix);
@@ -224,16 +225,28 @@ void TZKOglScene::Setdrehwinkel(double degrees) {
     drehwinkel_ = degrees;
 }
 
-void TZKOglScene::Set_translation(const QString& text) { SetTranslation(Strtoxyz(text)); }
+void TZKOglScene::Set_translation(const QString& text) {
+    SetTranslation(Strtoxyz(text));
+}
 
-QString TZKOglScene::Get_translation() const { return xyztoStr(translation_); }
+QString TZKOglScene::Get_translation() const {
+    return xyztoStr(translation_);
+}
 
-void TZKOglScene::SetDrehgeradePkt(const QString& text) { SetDrehGerade({Strtoxyz(text), drehGerade_.Direction}); }
+void TZKOglScene::SetDrehgeradePkt(const QString& text) {
+    SetDrehGerade({Strtoxyz(text), drehGerade_.Direction});
+}
 
-QString TZKOglScene::GetDrehgeradePkt() const { return xyztoStr(drehGerade_.Origin); }
+QString TZKOglScene::GetDrehgeradePkt() const {
+    return xyztoStr(drehGerade_.Origin);
+}
 
-void TZKOglScene::SetDrehgeradeRichtung(const QString& text) { SetDrehGerade({drehGerade_.Origin, Strtoxyz(text)}); }
+void TZKOglScene::SetDrehgeradeRichtung(const QString& text) {
+    SetDrehGerade({drehGerade_.Origin, Strtoxyz(text)});
+}
 
-QString TZKOglScene::GetDrehgeradeRichtung() const { return xyztoStr(drehGerade_.Direction); }
+QString TZKOglScene::GetDrehgeradeRichtung() const {
+    return xyztoStr(drehGerade_.Direction);
+}
 
 }  // namespace zk

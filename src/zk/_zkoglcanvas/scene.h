@@ -6,15 +6,15 @@
 
 namespace zk {
 
-/// A group of shapes that a canvas draws under one transform and one set of attributes. What it draws is compiled into an
-/// OpenGL display list, and replayed until something in it changes.
+/// A group of shapes that a canvas draws under one transform and one set of attributes. What it draws is compiled into
+/// an OpenGL display list, and replayed until something in it changes.
 ///
 /// The transform lies outside the list: moving a scene compiles nothing. The setters of the transform repaint at once.
 /// A scene belongs to at most one canvas, which does not own it, and does not own its shapes.
 ///
-/// During a pick the shapes are played one by one instead of through the list, without compiling and without the canvas's
-/// compile events: some drivers lose or crash on primitives of several kinds in a list that is played in selection mode.
-/// `OnPlay` handlers are therefore called for picks, too (`TZkOglCanvas::IsSelecting`).
+/// During a pick the shapes are played one by one instead of through the list, without compiling and without the
+/// canvas's compile events: some drivers lose or crash on primitives of several kinds in a list that is played in
+/// selection mode. `OnPlay` handlers are therefore called for picks, too (`TZkOglCanvas::IsSelecting`).
 class TZKOglScene : public TDisplayList {
     Q_OBJECT
     Q_PROPERTY(zk::TZkOglCanvas* ZkOglCanvas READ GetZkOglCanvas WRITE SetZkOglCanvas)

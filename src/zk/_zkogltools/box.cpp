@@ -1,6 +1,5 @@
-#include <zk/_zkogltools/box.h>
-
 #include <zk/_zkoglcanvas/canvas.h>
+#include <zk/_zkogltools/box.h>
 #include <zk/_zkxyz/array.h>
 
 #include <algorithm>
@@ -10,7 +9,9 @@ namespace zk {
 
 TZKOglBox::TZKOglBox(QObject* owner) : TCustomShape(owner) {}
 
-TZKOglBox::~TZKOglBox() { AnnounceRemoval(); }
+TZKOglBox::~TZKOglBox() {
+    AnnounceRemoval();
+}
 
 void TZKOglBox::SetA(double length) {
     a_ = length;

@@ -4,8 +4,8 @@
 
 namespace zk {
 
-/// A box from the origin of its own frame to (`Length`, `Width`, `Height`), in centimetres. An extent may be 0 (the faces
-/// without area are not drawn) or negative (the box lies on the other side, inside out: its fronts face inwards).
+/// A box from the origin of its own frame to (`Length`, `Width`, `Height`), in centimetres. An extent may be 0 (the
+/// faces without area are not drawn) or negative (the box lies on the other side, inside out: its fronts face inwards).
 class TZKOglBox : public TCustomShape {
     Q_OBJECT
     Q_PROPERTY(double Length READ GetA WRITE SetA)

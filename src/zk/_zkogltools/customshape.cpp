@@ -1,11 +1,10 @@
-#include <zk/_zkogltools/customshape.h>
-
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/scene.h>
+#include <zk/_zkogltools/customshape.h>
 
 #include <QScopeGuard>
 
@@ -17,9 +16,13 @@ namespace {
 
 constexpr double smallestScale = 1e-5;
 
-void translate(const TXYZ& by) { glTranslated(by.x, by.y, by.z); }
+void translate(const TXYZ& by) {
+    glTranslated(by.x, by.y, by.z);
+}
 
-void translateBack(const TXYZ& by) { glTranslated(-by.x, -by.y, -by.z); }
+void translateBack(const TXYZ& by) {
+    glTranslated(-by.x, -by.y, -by.z);
+}
 
 }  // namespace
 
@@ -28,7 +31,9 @@ TCustomShape::TCustomShape(QObject* owner) : TZkShape(owner), attributes_(std::m
     SetVisible(true);
 }
 
-TCustomShape::~TCustomShape() { AnnounceRemoval(); }
+TCustomShape::~TCustomShape() {
+    AnnounceRemoval();
+}
 
 TZkOglCanvas* TCustomShape::GetZkOglcanvas() const {
     const auto* scene = qobject_cast<TZKOglScene*>(GetDisplayList());
@@ -54,7 +59,9 @@ void TCustomShape::Invalidate() {
         canvas->SetChanging(false);
 }
 
-void TCustomShape::Changed(QObject* /*sender*/) { Invalidate(); }
+void TCustomShape::Changed(QObject* /*sender*/) {
+    Invalidate();
+}
 
 void TCustomShape::SetChanging(bool changing) {
     if (changing) {
@@ -101,23 +108,31 @@ void TCustomShape::Setdrehwinkel(double degrees) {
     Invalidate();
 }
 
-void TCustomShape::Set_translation(const QString& text) { Settranslation(Strtoxyz(text)); }
+void TCustomShape::Set_translation(const QString& text) {
+    Settranslation(Strtoxyz(text));
+}
 
-QString TCustomShape::Get_translation() const { return xyztoStr(translation_); }
+QString TCustomShape::Get_translation() const {
+    return xyztoStr(translation_);
+}
 
 void TCustomShape::SetDrehgeradePkt(const QString& text) {
     drehGerade_.Origin = Strtoxyz(text);
     Invalidate();
 }
 
-QString TCustomShape::GetDrehgeradePkt() const { return xyztoStr(drehGerade_.Origin); }
+QString TCustomShape::GetDrehgeradePkt() const {
+    return xyztoStr(drehGerade_.Origin);
+}
 
 void TCustomShape::SetDrehgeradeRichtung(const QString& text) {
     drehGerade_.Direction = Strtoxyz(text);
     Invalidate();
 }
 
-QString TCustomShape::GetDrehgeradeRichtung() const { return xyztoStr(drehGerade_.Direction); }
+QString TCustomShape::GetDrehgeradeRichtung() const {
+    return xyztoStr(drehGerade_.Direction);
+}
 
 void TCustomShape::SetScale(double scale) {
     scale_ = scale;
@@ -211,7 +226,9 @@ void TCustomShape::MouseDown(Qt::MouseButton button, TShiftState shift, int x, i
     Q_EMIT OnMouseDown(this, button, shift, x, y);
 }
 
-void TCustomShape::MouseMove(TShiftState shift, int x, int y) { Q_EMIT OnMouseMove(this, shift, x, y); }
+void TCustomShape::MouseMove(TShiftState shift, int x, int y) {
+    Q_EMIT OnMouseMove(this, shift, x, y);
+}
 
 void TCustomShape::MouseUp(Qt::MouseButton button, TShiftState shift, int x, int y) {
     Q_EMIT OnMouseUp(this, button, shift, x, y);

@@ -13,14 +13,15 @@ class TZkOglCanvas;
 /// The base of every solid in a scene: a place, attributes, visibility and mouse events around a geometry that `Doplay`
 /// draws.
 ///
-/// **Place.** The geometry is scaled by `Scale`, turned by `RotateBy` degrees about the line through `RotationPoint` along
-/// `RotationLine`, then moved by `TransformBy` (centimetres). The turn is OpenGL's: counter-clockwise for a viewer that the
-/// line points at. No matrix is saved: after drawing the same steps are undone, except that the two moves by the
-/// `RotationPoint` are undone in each other's order. With a rotation point off the origin that leaves a remainder, which
-/// the shapes after this one in the scene inherit; a scene of shapes that turn about points of their own is laid out with
-/// that in mind.
+/// **Place.** The geometry is scaled by `Scale`, turned by `RotateBy` degrees about the line through `RotationPoint`
+/// along `RotationLine`, then moved by `TransformBy` (centimetres). The turn is OpenGL's: counter-clockwise for a
+/// viewer that the line points at. No matrix is saved: after drawing the same steps are undone, except that the two
+/// moves by the `RotationPoint` are undone in each other's order. With a rotation point off the origin that leaves a
+/// remainder, which the shapes after this one in the scene inherit; a scene of shapes that turn about points of their
+/// own is laid out with that in mind.
 ///
-/// **Changes.** Every setter marks the scene and repaints, unless a `SetChanging` bracket is open or a form is being loaded.
+/// **Changes.** Every setter marks the scene and repaints, unless a `SetChanging` bracket is open or a form is being
+/// loaded.
 class TCustomShape : public TZkShape, public HitTarget {
     Q_OBJECT
     Q_PROPERTY(zk::Tattributes* Attributes READ getAttributes WRITE setAttributes)
@@ -46,8 +47,8 @@ class TCustomShape : public TZkShape, public HitTarget {
     /// Joins a scene at its end, leaving the present one; null leaves only.
     void SetDisplayList(TDisplayList* scene) override;
 
-    /// Marks the scene for compilation and repaints its canvas; not within a `SetChanging` bracket, nor while the component
-    /// is loaded, stored or destroyed.
+    /// Marks the scene for compilation and repaints its canvas; not within a `SetChanging` bracket, nor while the
+    /// component is loaded, stored or destroyed.
     void Invalidate();
     /// `Invalidate`, for the attributes to call.
     void Changed(QObject* sender);
@@ -64,8 +65,8 @@ class TCustomShape : public TZkShape, public HitTarget {
     /// In degrees.
     void Setdrehwinkel(double degrees);
     double Getdrehwinkel() const { return drehwinkel_; }
-    /// As text "x/y/z"; a malformed text raises `EConvertError` and changes nothing. Point and direction of the rotation
-    /// line are set apart: setting one keeps the other.
+    /// As text "x/y/z"; a malformed text raises `EConvertError` and changes nothing. Point and direction of the
+    /// rotation line are set apart: setting one keeps the other.
     void Set_translation(const QString& text);
     QString Get_translation() const;
     void SetDrehgeradePkt(const QString& text);

@@ -4,8 +4,12 @@ namespace zk {
 
 TZKOglShape::TZKOglShape(QObject* owner) : TCustomShape(owner) {}
 
-TZKOglShape::~TZKOglShape() { AnnounceRemoval(); }
+TZKOglShape::~TZKOglShape() {
+    AnnounceRemoval();
+}
 
-void TZKOglShape::Doplay() { Q_EMIT OnPlay(this); }
+void TZKOglShape::Doplay() {
+    Q_EMIT OnPlay(this);
+}
 
 }  // namespace zk

@@ -30,6 +30,7 @@ GlSurface::GlSurface(QWidget* control) : QWidget(control) {
     control->installEventFilter(this);
     setGeometry(control->contentsRect());
     makeWindow();
+    noticePixelRatio();
     lower();  // what the application puts onto the control stays above the picture
     show();
 }
@@ -58,8 +59,8 @@ QSurfaceFormat GlSurface::RequestedFormat() {
     return format;
 }
 
-// A widget's native window is made for raster painting. Its surface type can be changed only before the platform's window
-// exists, so that one is made anew; later changes of the window (see `event`) come here again.
+// A widget's native window is made for raster painting. Its surface type can be changed only before the platform's
+// window exists, so that one is made anew; later changes of the window (see `event`) come here again.
 void GlSurface::makeWindow() {
     if (making_)
         return;
@@ -96,7 +97,9 @@ bool GlSurface::IsExposed() const {
     return window_ && window_->isExposed() && isVisible() && topLevel && topLevel->isExposed();
 }
 
-double GlSurface::PixelRatio() const { return window_ ? window_->devicePixelRatio() : devicePixelRatioF(); }
+double GlSurface::PixelRatio() const {
+    return window_ ? window_->devicePixelRatio() : devicePixelRatioF();
+}
 
 QSize GlSurface::PixelSize() const {
     return QSize(qRound(width() * PixelRatio()), qRound(height() * PixelRatio()));
@@ -121,22 +124,28 @@ void GlSurface::ShowNotice(const QString& text) {
     fill();
 }
 
-QString GlSurface::Notice() const { return notice_ ? notice_->text() : QString(); }
+QString GlSurface::Notice() const {
+    return notice_ ? notice_->text() : QString();
+}
 
 void GlSurface::fill() {
     const QRect area = Control()->contentsRect();
-    setGeometry(area);
     if (notice_)
         notice_->setGeometry(area);
-    announceSize();
+    if (area == geometry())
+        return;
+    setGeometry(area);
+    Q_EMIT Resized();
 }
 
-void GlSurface::announceSize() {
-    const QSize size = PixelSize();
-    if (size == announcedSize_)
+void GlSurface::noticePixelRatio() {
+    const double ratio = PixelRatio();
+    if (ratio == pixelRatio_)
         return;
-    announcedSize_ = size;
-    Q_EMIT Resized();
+    const bool first = pixelRatio_ == 0;
+    pixelRatio_ = ratio;
+    if (!first)
+        Q_EMIT PixelRatioChanged();
 }
 
 bool GlSurface::event(QEvent* event) {
@@ -165,12 +174,14 @@ bool GlSurface::eventFilter(QObject* watched, QEvent* event) {
             else if (!making_)
                 Q_EMIT Restored();
         } else if (event->type() == QEvent::Resize || event->type() == QEvent::Expose) {
-            announceSize();
+            noticePixelRatio();
         }
     }
     return QWidget::eventFilter(watched, event);
 }
 
-void GlSurface::paintEvent(QPaintEvent*) { Q_EMIT Exposed(); }
+void GlSurface::paintEvent(QPaintEvent*) {
+    Q_EMIT Exposed();
+}
 
 }  // namespace zk

@@ -15,8 +15,8 @@ namespace zk {
 /// size of its control and lets every mouse event through to it. It lives as long as the control, which owns it, and is
 /// shared by all that draw into the control. What it tells is told on the GUI thread.
 ///
-/// The native window below the widget may come and go: a control that moves into another top-level window or is undocked
-/// gets a new one. `Lost` and `Restored` frame that gap.
+/// The native window below the widget may come and go: a control that moves into another top-level window or is
+/// undocked gets a new one. `Lost` and `Restored` frame that gap.
 class GlSurface : public QWidget {
     Q_OBJECT
   public:
@@ -30,8 +30,8 @@ class GlSurface : public QWidget {
     ~GlSurface() override;
 
     /// What every surface asks of the window system: RGB of 24 bits, the deepest depth buffer up to 32 bits, double
-    /// buffered, no alpha, no stencil, one sample, desktop OpenGL in the compatibility profile. Without alpha the desktop
-    /// never shows through a picture.
+    /// buffered, no alpha, no stencil, one sample, desktop OpenGL in the compatibility profile. Without alpha the
+    /// desktop never shows through a picture.
     static QSurfaceFormat RequestedFormat();
 
     QWidget* Control() const { return parentWidget(); }
@@ -62,8 +62,10 @@ class GlSurface : public QWidget {
     void Restored();
     /// A part of the window must be painted.
     void Exposed();
-    /// The size in device pixels, or the pixel ratio, has changed.
+    /// The size of the control's contents rectangle has changed, and the surface has followed.
     void Resized();
+    /// The window is on a display with another pixel ratio now.
+    void PixelRatioChanged();
 
   protected:
     bool event(QEvent* event) override;
@@ -76,11 +78,11 @@ class GlSurface : public QWidget {
 
     void makeWindow();
     void fill();
-    void announceSize();
+    void noticePixelRatio();
 
     QPointer<QWindow> window_;
     QPointer<QLabel> notice_;
-    QSize announcedSize_;
+    double pixelRatio_ = 0;
     bool making_ = false;
 };
 

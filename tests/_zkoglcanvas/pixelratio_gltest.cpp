@@ -1,0 +1,98 @@
+#include "glform.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace zk;
+using namespace zk::test;
+
+// Run once at each pixel ratio (QT_SCALE_FACTOR); every expectation is in terms of the ratio.
+
+namespace {
+
+bool isRed(const QColor& color) {
+    return color.red() > 200 && color.green() < 40;
+}
+
+}  // namespace
+
+TEST(PixelRatio, ThePictureUsesEveryPixelOfTheDisplay) {
+    GlForm form({200, 200});
+    const double ratio = form.control->devicePixelRatioF();
+    const QByteArray wanted = qgetenv("QT_SCALE_FACTOR");
+    if (!wanted.isEmpty()) {
+        ASSERT_EQ(ratio, wanted.toDouble());
+    }
+    // One device pixel is 1 / ratio of ours; a box one device pixel wide must come out one pixel wide.
+    TZKOglScene* scene = form.AddScene();
+    const double device = 1 / ratio / 30;
+    form.AddBox(scene, 0x0000FF, {device, 2, 1}, {0, -1, 0});
+    form.canvas->Refresh();
+    const QImage screen = form.Screen();
+    EXPECT_EQ(screen.width(), std::lround(200 * ratio));
+    int red = 0;
+    const int row = screen.height() / 2;
+    for (int x = 0; x < screen.width(); ++x)
+        red += isRed(screen.pixelColor(x, row));
+    EXPECT_EQ(red, 1);
+}
+
+TEST(PixelRatio, TheSizeOfThePictureIsTheSame) {
+    GlForm form({200, 200});
+    const double ratio = form.control->devicePixelRatioF();
+    TZKOglScene* scene = form.AddScene();
+    form.AddBox(scene, 0x0000FF, {2, 1, 1}, {-1, -0.5, 0});
+    form.canvas->Refresh();
+    const QImage screen = form.Screen();
+    int width = 0;
+    int height = 0;
+    for (int i = 0; i < screen.width(); ++i) {
+        width += isRed(screen.pixelColor(i, screen.height() / 2));
+        height += isRed(screen.pixelColor(screen.width() / 2, i));
+    }
+    EXPECT_NEAR(width, 60 * ratio, 1);
+    EXPECT_NEAR(height, 30 * ratio, 1);
+    EXPECT_EQ(form.canvas->WtoPixel({1, 0.5, 0}), (TXYI{130, 85}));
+}
+
+// The pick sees 0.1 cm to each side. At 10 pixels a centimetre that is one pixel: the hit ends one pixel beyond the
+// box, at every device pixel.
+TEST(PixelRatio, AClickMeetsWhatIsUnderThePointerToThePixel) {
+    for (const double angle : {0.0, 30.0}) {
+        GlForm form({200, 200});
+        const double ratio = form.control->devicePixelRatioF();
+        form.canvas->SetUnitsPerCm(10);
+        form.canvas->SetBlickWinkel(angle);
+        TZKOglScene* scene = form.AddScene();
+        TZKOglBox* box = form.AddBox(scene, 0x0000FF, {8, 8, 1}, {-4, -4, -1});
+        int pressed = 0;
+        QObject::connect(box, &TCustomShape::OnMouseDown, [&] { ++pressed; });
+        const auto pressAt = [&](double x) {
+            pressed = 0;
+            const QPointF local(x, 100);
+            QMouseEvent press(QEvent::MouseButtonPress, local, form.control->mapToGlobal(local), Qt::LeftButton,
+                              Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(form.control, &press);
+            return pressed == 1;
+        };
+        const double step = 1 / ratio;
+        for (double x = 55; x < 65; x += step) {
+            if (std::fabs(x - 59) < 0.02)
+                continue;
+            EXPECT_EQ(pressAt(x), x > 59) << x << " of a box from 60 on, angle " << angle;
+        }
+        for (double x = 135; x < 145; x += step) {
+            if (std::fabs(x - 141) < 0.02)
+                continue;
+            EXPECT_EQ(pressAt(x), x < 141) << x << " of a box up to 140, angle " << angle;
+        }
+        // and through the window system, in whole pixels
+        pressed = 0;
+        form.Click({61, 100});
+        EXPECT_EQ(pressed, 1);
+        form.Click({57, 100});
+        EXPECT_EQ(pressed, 1);
+    }
+}
