@@ -1,0 +1,89 @@
+#include "mainwindow.h"
+#include "pictures.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QScreen>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+constexpr int success = 0;
+constexpr int failure = 1;
+constexpr int wrongUse = 2;
+
+void say(std::FILE* stream, const QString& text) {
+    std::fputs(qUtf8Printable(text), stream);
+    std::fflush(stream);
+}
+
+// Not larger than the screen: a picture can be taken only of what lies on it.
+void place(QWidget& window) {
+    const QRect screen = window.screen()->availableGeometry();
+    window.resize(QSize(1100, 720).boundedTo(screen.size()));
+    window.move(screen.center() - window.rect().center());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // Whoever asks for help gets it without a display, too: QApplication would end the program there.
+    const bool asksForHelp = std::any_of(
+        argv, argv + argc, [](std::string_view argument) { return argument == "--help" || argument == "-h"; });
+    const std::unique_ptr<QCoreApplication> application =
+        asksForHelp ? std::make_unique<QCoreApplication>(argc, argv) : std::make_unique<QApplication>(argc, argv);
+    QCoreApplication::setApplicationName("gallery");
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Boxes in a window: look at them from all sides, and click them.");
+    const QCommandLineOption help({"h", "help"}, "Prints this text.");
+    const QCommandLineOption picture("picture", "Writes a picture of the window as a PNG file and exits.", "file");
+    const QCommandLineOption pictures("pictures",
+                                      "Writes several pictures into a folder, prints their paths and exits.", "folder");
+    const QCommandLineOption smoke("smoke", "Exits after so many seconds.", "seconds");
+    parser.addOptions({help, picture, pictures, smoke});
+
+    const auto refuse = [](const QString& why) {
+        say(stderr, QStringLiteral("gallery: %1\nTry gallery --help.\n").arg(why));
+        return wrongUse;
+    };
+    const bool understood = parser.parse(QCoreApplication::arguments());
+    if (asksForHelp) {
+        say(stdout, parser.helpText());
+        return success;
+    }
+    if (!understood)
+        return refuse(parser.errorText());
+    if (!parser.positionalArguments().isEmpty())
+        return refuse(QStringLiteral("nothing is known of \"%1\".").arg(parser.positionalArguments().constFirst()));
+    if (parser.isSet(picture) && parser.isSet(pictures))
+        return refuse("either one picture or several.");
+    bool isNumber = true;
+    const double seconds = parser.isSet(smoke) ? parser.value(smoke).toDouble(&isNumber) : 0;
+    if (!isNumber || !(seconds >= 0 && seconds <= 3600))
+        return refuse(QStringLiteral("\"%1\" is no number of seconds, from 0 to 3600.").arg(parser.value(smoke)));
+
+    gallery::MainWindow window;
+    place(window);
+    window.show();
+
+    if (parser.isSet(picture) || parser.isSet(pictures)) {
+        QStringList paths;
+        const QString error = parser.isSet(picture) ? gallery::WritePicture(window, parser.value(picture))
+                                                    : gallery::WritePictures(window, parser.value(pictures), paths);
+        for (const QString& path : paths)
+            say(stdout, path + '\n');
+        if (error.isEmpty())
+            return success;
+        say(stderr, QStringLiteral("gallery: no picture: %1.\n").arg(error));
+        return failure;
+    }
+    if (parser.isSet(smoke))
+        QTimer::singleShot(int(seconds * 1000), application.get(), &QApplication::quit);
+    return QApplication::exec();
+}

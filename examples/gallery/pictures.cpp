@@ -1,0 +1,121 @@
+#include "pictures.h"
+
+#include "mainwindow.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QEventLoop>
+#include <QImageWriter>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QScreen>
+#include <QTimer>
+#include <QWindow>
+
+#include <functional>
+#include <utility>
+
+using namespace zk;
+
+namespace gallery {
+
+namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("gallery::Pictures", text);
+}
+
+void runEventLoopFor(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+// Windows are mapped and painted some time after show(). Without a picture on the screen there is nothing to take.
+bool waitUntilShown(MainWindow& window) {
+    if (!window.isVisible())
+        window.show();
+    window.raise();
+    QDeadlineTimer deadline(10000);
+    while (!window.windowHandle()->isExposed()) {
+        if (deadline.hasExpired())
+            return false;
+        runEventLoopFor(10);
+    }
+    runEventLoopFor(200);
+    return true;
+}
+
+// A press and a release of the left button where the middle of a box is seen.
+void click(MainWindow& window, int index) {
+    TZKOglControl* control = window.Control();
+    const QPointF position = control->contentsRect().topLeft() + window.PixelOf(window.Shapes()->MiddleOf(index));
+    const QPointF onScreen = control->mapToGlobal(position);
+    QMouseEvent press(QEvent::MouseButtonPress, position, onScreen, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent release(QEvent::MouseButtonRelease, position, onScreen, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(control, &press);
+    QApplication::sendEvent(control, &release);
+}
+
+}  // namespace
+
+QImage PictureOf(MainWindow& window, QString& whyNot) {
+    if (!waitUntilShown(window)) {
+        whyNot = tr("the window did not come up on the screen");
+        return {};
+    }
+    // From the screen: what OpenGL draws is not in QWidget::grab().
+    const QImage picture = window.screen()->grabWindow(window.winId()).toImage();
+    if (picture.isNull())
+        whyNot = tr("this desktop gives no pictures of its windows");
+    return picture;
+}
+
+QString WritePicture(MainWindow& window, const QString& path) {
+    QString whyNot;
+    const QImage picture = PictureOf(window, whyNot);
+    if (picture.isNull())
+        return whyNot;
+    QImageWriter writer(path, "png");
+    writer.setCompression(100);  // smallest
+    if (!writer.write(picture))
+        return tr("%1: %2").arg(path, writer.errorString());
+    return {};
+}
+
+QString WritePictures(MainWindow& window, const QString& folder, QStringList& paths) {
+    if (!QDir().mkpath(folder))
+        return tr("%1: the folder could not be made").arg(folder);
+    SidePanel* panel = window.Panel();
+    const std::pair<const char*, std::function<void()>> views[] = {
+        {"1-overview", [] {}},
+        {"2-perspective", [panel] { panel->angle->SetValue(28); }},
+        {"3-zoomed",
+         [panel] {
+             panel->zoom->SetValue(1.6);
+             panel->moveX->SetValue(-1.8);
+         }},
+        {"4-rotated",
+         [panel] {
+             panel->angle->SetValue(20);
+             panel->rotation->SetValue(70);
+         }},
+        {"5-clicked",
+         [&window, panel] {
+             panel->angle->SetValue(24);
+             click(window, int(window.Shapes()->Names().indexOf("Cube")));
+         }},
+    };
+    for (const auto& [name, show] : views) {
+        window.Reset();
+        show();
+        const QString path = QDir(folder).filePath(QString::fromLatin1(name) + ".png");
+        if (const QString error = WritePicture(window, path); !error.isEmpty())
+            return error;
+        paths += path;
+    }
+    return {};
+}
+
+}  // namespace gallery

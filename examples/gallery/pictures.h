@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+#include <QStringList>
+
+namespace gallery {
+
+class MainWindow;
+
+/// What the user sees in the window, without the frame that the desktop puts around it. The window is shown if need be.
+/// Null where the desktop gives no pictures of its windows (some do not); `whyNot` then says so in words.
+QImage PictureOf(MainWindow& window, QString& whyNot);
+
+/// Writes such a picture as a PNG file. An empty text for success, else what went wrong, in words.
+QString WritePicture(MainWindow& window, const QString& path);
+
+/// Writes several pictures into a folder, which is made if need be, showing what the gallery can do; the paths of those
+/// that were written go to `paths`. An empty text for success, else what went wrong, in words.
+QString WritePictures(MainWindow& window, const QString& folder, QStringList& paths);
+
+}  // namespace gallery
