@@ -2,6 +2,7 @@
 
 // The whole unit _zkxyarrays: operations on polygons and on lists of polygons.
 #include <zk/_zkxyarrays/crossing.h>
+#include <zk/_zkxyarrays/distance.h>
 #include <zk/_zkxyarrays/orientation.h>
 #include <zk/_zkxyarrays/polyplane.h>
 #include <zk/_zkxyarrays/transform.h>

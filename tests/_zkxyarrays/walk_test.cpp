@@ -98,6 +98,51 @@ TEST(Copy, OntoItself) {
     EXPECT_EQ(Points(*list[0]), Square3d);
 }
 
+std::vector<TXY> Part(const std::vector<TXY>& points, double u1, double u2) {
+    auto part = Polygon({{9, 9}, {9, 9}});
+    _Copy(*Polygon(points), u1, u2, *part);
+    return Points(*part);
+}
+
+TEST(CopyOfAPart, WalksDownwards) {
+    EXPECT_EQ(Part(Square, 2.5, 0.5), (std::vector<TXY>{{0.5, 1}, {1, 1}, {1, 0}, {0.5, 0}}));
+    EXPECT_EQ(Part(Square, 1.75, 1.25), (std::vector<TXY>{{1, 0.75}, {1, 0.25}}));
+}
+
+TEST(CopyOfAPart, WrapsBelowZero) {
+    EXPECT_EQ(Part(Square, 0.5, 2.5), (std::vector<TXY>{{0.5, 0}, {0, 0}, {0, 1}, {0.5, 1}}));
+    EXPECT_EQ(Part(Square, 0.25, 0.75), (std::vector<TXY>{{0.25, 0}, {0, 0}, {0, 1}, {1, 1}, {1, 0}, {0.75, 0}}));
+    EXPECT_EQ(Part(Square, 0, 3), (std::vector<TXY>{{0, 0}, {0, 1}}));
+    EXPECT_EQ(Part(Square, 0, 3.5), (std::vector<TXY>{{0, 0}, {0, 0.5}}));
+}
+
+TEST(CopyOfAPart, WholePositionsAreVerticesOnce) {
+    EXPECT_EQ(Part(Square, 3, 1), (std::vector<TXY>{{0, 1}, {1, 1}, {1, 0}}));
+    EXPECT_EQ(Part(Square, 3 - 1e-11, 1 + 1e-11), (std::vector<TXY>{{0, 1}, {1, 1}, {1, 0}}));
+    EXPECT_EQ(Part(Square, 2, 2), (std::vector<TXY>{{1, 1}}));
+    EXPECT_EQ(Part(Square, 0.5, 0.5 + 1e-11), (std::vector<TXY>{{0.5, 0}}));
+    EXPECT_EQ(Part(Square, 4 - 1e-11, 3), (std::vector<TXY>{{0, 0}, {0, 1}}));
+}
+
+TEST(CopyOfAPart, PositionsBeyondThePolygon) {
+    EXPECT_EQ(Part(Square, 6.5, 4.5), Part(Square, 2.5, 0.5));
+    EXPECT_EQ(Part(Square, -0.5, -1), (std::vector<TXY>{{0, 0.5}, {0, 1}}));
+    EXPECT_EQ(Part(Square, 1, NaN), (std::vector<TXY>{{1, 0}, {0, 0}}));
+    EXPECT_EQ(Part(Square, Infinity, 0), (std::vector<TXY>{{0, 0}}));
+}
+
+TEST(CopyOfAPart, OfFewPointsAndOntoItself) {
+    EXPECT_TRUE(Part({}, 1, 2).empty());
+    EXPECT_EQ(Part({{3, 4}}, 0.5, 0.25), (std::vector<TXY>{{3, 4}, {3, 4}}));
+    auto square = Polygon(Square);
+    _Copy(*square, 2.5, 0.5, *square);
+    EXPECT_EQ(Points(*square), (std::vector<TXY>{{0.5, 1}, {1, 1}, {1, 0}, {0.5, 0}}));
+    TXYARRAY fresh;
+    _Copy(*square, 1, 0, fresh);
+    EXPECT_EQ(fresh.Count, 2);
+    ArrayDispose(fresh);
+}
+
 TEST(Copy, OfAListReplacesTheList) {
     TlistOFxyzArray source;
     ArrayAddData(*source.AddArray(), 4, Square3d.data());

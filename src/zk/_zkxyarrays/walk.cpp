@@ -1,10 +1,12 @@
 #include <zk/_zkmath/modulo.h>
+#include <zk/_zkmath/tolerance.h>
 #include <zk/_zkmath/vector.h>
 #include <zk/_zkxyarrays/walk.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <vector>
 
 namespace zk {
 namespace {
@@ -53,6 +55,41 @@ void _Copy(const TXYARRAY& src, TXYARRAY& dst) {
 
 void _Copy(const TXYZARRAY& src, TXYZARRAY& dst) {
     Copy(src, dst);
+}
+
+void _Copy(const TXYARRAY& src, double u1, double u2, TXYARRAY& dst) {
+    const auto points = src.Items();
+    const double count = static_cast<double>(points.size());
+    std::vector<TXY> part;
+    // Into [0, count), and exactly whole when within the tolerance of it.
+    const auto position = [&](double u) {
+        if (!std::isfinite(u))
+            return 0.0;
+        double v = std::fmod(u, count);
+        if (v < 0)
+            v += count;
+        const double whole = std::nearbyint(v);
+        if (Equals(v, whole))
+            v = whole;
+        return v < count ? v : 0.0;
+    };
+    if (!points.empty()) {
+        const double from = position(u1);
+        double to = position(u2);
+        part.push_back(_value(src, from));
+        if (Less(from, to))
+            to -= count;
+        if (Less(to, from)) {
+            for (double k = std::ceil(from) - 1; k > to; --k)
+                part.push_back(points[static_cast<std::size_t>(k < 0 ? k + count : k)]);
+            part.push_back(_value(src, to < 0 ? to + count : to));
+        }
+    }
+    if (!dst.Data && dst.ItemSize == 0)
+        ArrayInit(dst);
+    Arraysetcount(dst, static_cast<int>(part.size()));
+    const auto into = dst.Items();
+    std::copy_n(part.begin(), std::min(part.size(), into.size()), into.begin());
 }
 
 void _Copy(const TlistOFxyzArray& src, TlistOFxyzArray& dst) {

@@ -18,6 +18,13 @@ TXYZ _value(const TXYZARRAY& poly, double u);
 void _Copy(const TXYARRAY& src, TXYARRAY& dst);
 void _Copy(const TXYZARRAY& src, TXYZARRAY& dst);
 
+// dst becomes the part of the closed polygon from position u1 down to position u2, below 0 on from the last vertex
+// where u2 is above u1: the point at u1, the whole vertices between them in falling order, the point at u2. A position
+// within the tolerance of a whole one is that vertex, with its own coordinates, and no point comes twice in a row:
+// equal positions give one point. Positions wrap around the polygon; one that is infinite or NaN is 0. An empty src
+// gives an empty dst. src and dst may be the same array.
+void _Copy(const TXYARRAY& src, double u1, double u2, TXYARRAY& dst);
+
 // dst is cleared and gets a copy of every array of src, in order.
 void _Copy(const TlistOFxyzArray& src, TlistOFxyzArray& dst);
 
