@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <span>
+#include <type_traits>
 
 namespace zk {
 
@@ -28,5 +29,10 @@ void Separate(const QString& S, const QString& Sep1, const QString& Sep2, const 
 
 /// Where trace texts go: nowhere.
 inline void PrintLn(const QString&) {}
+
+/// The same for a text that costs something to make: `makeText` is only called where traces go somewhere.
+template <class MakeText>
+requires std::is_invocable_r_v<QString, MakeText>
+void PrintLn(const MakeText& /*makeText*/) {}
 
 }  // namespace zk

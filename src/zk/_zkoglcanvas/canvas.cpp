@@ -98,6 +98,8 @@ void TZkOglCanvas::releaseContext(bool plainAttributes) {
 }
 
 void TZkOglCanvas::makeContext() {
+    if (!surface_->Window())
+        ShowMessage(QStringLiteral("error SetPixelFormat"));
     QString whyNot;
     context_ = RenderContext::Create(*surface_, whyNot);
     surface_->ShowNotice(whyNot);
@@ -181,10 +183,11 @@ void TZkOglCanvas::surfaceRestored() {
 }
 
 void TZkOglCanvas::surfaceExposed() {
-    if (auto* host = qobject_cast<TZKOglControl*>(winControl_); host && host->Canvas() == this)
-        host->PAint();
-    else
+    auto* host = qobject_cast<TZKOglControl*>(winControl_);
+    if (!host)
         Refresh();
+    else if (host->Canvas() == this)  // another canvas may have taken the control over
+        host->PAint();
 }
 
 void TZkOglCanvas::surfaceResized() {
@@ -259,7 +262,7 @@ void TZkOglCanvas::Refresh() {
 }
 
 void TZkOglCanvas::SetChanging(bool changing) {
-    PrintLn(QString::number(changeCount_) + QLatin1String(changing ? " TRUE" : " FALSE") + QLatin1String("changing "));
+    PrintLn([&] { return QStringLiteral("%1 %2 changing ").arg(changeCount_).arg(changing); });
     TZKDevice::SetChanging(changing);
 }
 
@@ -267,7 +270,7 @@ void TZkOglCanvas::BeginPaint() {
     presented_ = false;
     TZKDevice::BeginPaint();
     if (changeCount_ != 0) {
-        PrintLn(QStringLiteral("******* changecount ") + QString::number(changeCount_));
+        PrintLn([&] { return QStringLiteral("******* changecount %1").arg(changeCount_); });
         return;
     }
     if (!context_ || !context_->MakeCurrent())

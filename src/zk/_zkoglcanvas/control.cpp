@@ -1,3 +1,4 @@
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/hit.h>
@@ -37,12 +38,10 @@ void TZKOglControl::resize() {
     Q_EMIT OnResize(this);
     if (!canvas_ || !canvas_->CheckCurrent())
         return;
-    const QPointer<TZkOglCanvas> canvas = canvas_;
     const QSize client = contentsRect().size();
-    canvas->SetChanging(true);  // two sizes, one repaint
-    canvas->SetWidth(client.width());
-    canvas->SetHeight(client.height());
-    canvas->SetChanging(false);
+    const ChangeBracket bracket(canvas_);  // two sizes, one repaint
+    canvas_->SetWidth(client.width());
+    canvas_->SetHeight(client.height());
 }
 
 void TZKOglControl::resizeEvent(QResizeEvent* event) {

@@ -1,4 +1,5 @@
 #include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -39,7 +40,7 @@ void TZKOglLight::SetZkOglCanvas(TZkOglCanvas* canvas) {
 
 void TZKOglLight::leaveCanvas() {
     TZkOglCanvas* const canvas = canvas_;
-    canvas->SetChanging(true);
+    const ChangeBracket bracket(canvas);
     try {
         if (enabled_)
             SetEnabled(false);
@@ -51,7 +52,6 @@ void TZKOglLight::leaveCanvas() {
     canvas_ = nullptr;
     // The numbers of the others close up: a light that joins later gets the number of its place, which must be free.
     canvas->CheckLightHandle();
-    canvas->SetChanging(false);
 }
 
 void TZKOglLight::Notification(QObject* component, TOperation operation) {
@@ -245,7 +245,7 @@ void TZKOglLight::SetLightDirection(const QString& text) {
 void TZKOglLight::Update() {
     if (!CheckCurrent())
         return;
-    canvas_->SetChanging(true);
+    const ChangeBracket bracket(canvas_);
     SetLightPosition(GetLightPosition());
     OGLError();
     SetLightDirection(GetLightDirection());
@@ -262,7 +262,6 @@ void TZKOglLight::Update() {
     OGLError();
     SetSpotExponent(getSpotExponent());
     OGLError();
-    canvas_->SetChanging(false);
 }
 
 }  // namespace zk

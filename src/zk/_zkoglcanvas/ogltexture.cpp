@@ -1,31 +1,10 @@
 #include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/ogltexture.h>
 
 namespace zk {
-
-namespace {
-
-// The change of a texture may need several calls to OpenGL; the canvas repaints once, at the end.
-class CanvasBracket {
-  public:
-    explicit CanvasBracket(TZkOglCanvas* canvas) : canvas_(canvas) {
-        if (canvas_)
-            canvas_->SetChanging(true);
-    }
-    ~CanvasBracket() {
-        if (canvas_)
-            canvas_->SetChanging(false);
-    }
-    CanvasBracket(const CanvasBracket&) = delete;
-    CanvasBracket& operator=(const CanvasBracket&) = delete;
-
-  private:
-    QPointer<TZkOglCanvas> canvas_;
-};
-
-}  // namespace
 
 TOglTexture::TOglTexture(TZkOglCanvas* canvas) : canvas_(canvas) {}
 
@@ -97,12 +76,12 @@ void TOglTexture::SetEnvmode(TTexEnvMode mode) {
 
 void TOglTexture::SettextureKind(const TTextureKind& kind) {
     PrintLn(QStringLiteral("SetTextureKind"));
-    const CanvasBracket bracket(canvas());
+    const ChangeBracket bracket(canvas());
     TTexture::SettextureKind(kind);
 }
 
 void TOglTexture::SetPicture(const PicName& name) {
-    const CanvasBracket bracket(canvas());
+    const ChangeBracket bracket(canvas());
     TTexture::SetPicture(name);
 }
 

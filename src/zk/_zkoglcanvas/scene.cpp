@@ -1,4 +1,5 @@
 #include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
@@ -12,28 +13,6 @@
 #include <numbers>
 
 namespace zk {
-
-namespace {
-
-/// One repaint for all that changes within its scope; without a canvas nothing.
-class ChangeBracket {
-  public:
-    explicit ChangeBracket(TZkOglCanvas* canvas) : canvas_(canvas) {
-        if (canvas_)
-            canvas_->SetChanging(true);
-    }
-    ~ChangeBracket() {
-        if (canvas_)
-            canvas_->SetChanging(false);
-    }
-    ChangeBracket(const ChangeBracket&) = delete;
-    ChangeBracket& operator=(const ChangeBracket&) = delete;
-
-  private:
-    QPointer<TZkOglCanvas> canvas_;
-};
-
-}  // namespace
 
 TZKOglScene::TZKOglScene(QObject* owner) : TDisplayList(owner), attributes_(std::make_unique<Tattributes>()) {
     attributes_->HookChanges(this, [this](QObject* sender) { Changed(sender); });

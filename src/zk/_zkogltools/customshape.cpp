@@ -1,4 +1,5 @@
 #include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
@@ -50,13 +51,9 @@ bool TCustomShape::checkCurrent() const {
 void TCustomShape::Invalidate() {
     if (IsLoadingOrStoring() || (ComponentState() & csDestroying) || changing_)
         return;
-    const QPointer<TZkOglCanvas> canvas = checkCurrent() ? GetZkOglcanvas() : nullptr;
-    if (canvas)
-        canvas->SetChanging(true);
+    const ChangeBracket bracket(checkCurrent() ? GetZkOglcanvas() : nullptr);
     if (TDisplayList* scene = GetDisplayList())
         scene->Invalidate();
-    if (canvas)
-        canvas->SetChanging(false);
 }
 
 void TCustomShape::Changed(QObject* /*sender*/) {
@@ -150,13 +147,8 @@ void TCustomShape::SetParentAttributes(bool value) {
     if (value == parentAttributes_)
         return;
     parentAttributes_ = value;
-    if (!checkCurrent())
-        return;
-    const QPointer<TZkOglCanvas> canvas = GetZkOglcanvas();
-    canvas->SetChanging(true);
-    Invalidate();
-    if (canvas)
-        canvas->SetChanging(false);
+    if (checkCurrent())
+        Invalidate();
 }
 
 // --- playing --------------------------------------------------------------------------------------------------------

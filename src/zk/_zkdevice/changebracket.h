@@ -1,0 +1,35 @@
+#pragma once
+
+#include <zk/_zkdevice/device.h>
+
+#include <QPointer>
+
+namespace zk {
+
+/// One repaint for all that changes within its scope: opens a bracket (`SetChanging`) on a device, and closes it at the
+/// end of the scope if the device still lives. Brackets nest; the outermost one repaints. For a null device it does
+/// nothing.
+///
+/// ```
+/// const zk::ChangeBracket bracket(canvas);
+/// for (auto* box : boxes)
+///     box->SetA(2);
+/// ```
+class ChangeBracket {
+  public:
+    explicit ChangeBracket(TZKDevice* device) : device_(device) {
+        if (device_)
+            device_->SetChanging(true);
+    }
+    ~ChangeBracket() {
+        if (device_)
+            device_->SetChanging(false);
+    }
+    ChangeBracket(const ChangeBracket&) = delete;
+    ChangeBracket& operator=(const ChangeBracket&) = delete;
+
+  private:
+    QPointer<TZKDevice> device_;
+};
+
+}  // namespace zk
