@@ -5,5 +5,6 @@
 #include <zk/_zkxyarrays/distance.h>
 #include <zk/_zkxyarrays/orientation.h>
 #include <zk/_zkxyarrays/polyplane.h>
+#include <zk/_zkxyarrays/setoperation.h>
 #include <zk/_zkxyarrays/transform.h>
 #include <zk/_zkxyarrays/walk.h>

@@ -1,0 +1,47 @@
+#include <zk/_zkmath/inside.h>
+#include <zk/_zkxyarrays/overlay.h>
+#include <zk/_zkxyarrays/setoperation.h>
+#include <zk/_zkxyarrays/walk.h>
+
+namespace zk {
+namespace {
+
+void Append(TlistOFXYArray& list, std::span<const TXY> points) {
+    ArrayAddData(*list.AddArray(), static_cast<int>(points.size()), points.data());
+}
+
+// One of the polygons, or both, have no area.
+void WithoutArea(const TXYARRAY& a, const TXYARRAY& b, const detail::Outline (&outlines)[2], TlistOFXYArray& result) {
+    const TXYARRAY* const given[2] = {&a, &b};
+    for (int of = 0; of < 2; ++of) {
+        const auto points = given[of]->Items();
+        const bool lonePoint = points.size() == 1 && !PktInside(points[0], *given[1 - of]);
+        if (!outlines[of].work.empty() || lonePoint)
+            Append(result, points);
+    }
+}
+
+}  // namespace
+
+void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, bool unite) {
+    detail::Outline outlines[2];
+    detail::Prepare(a.Items(), b.Items(), outlines);
+    if (outlines[0].work.empty() || outlines[1].work.empty()) {
+        if (unite)
+            WithoutArea(a, b, outlines, result);
+        return;
+    }
+    detail::Overlay overlay(outlines);
+    overlay.Lay();
+    if (!overlay.Crosses()) {
+        if (overlay.Inside(0) != unite)
+            Append(result, a.Items());
+        if (overlay.Inside(1) != unite)
+            Append(result, b.Items());
+        return;
+    }
+    for (const auto& ring : overlay.Trace(unite))
+        Append(result, ring);
+}
+
+}  // namespace zk
