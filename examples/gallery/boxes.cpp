@@ -1,8 +1,7 @@
 #include "boxes.h"
 
-#include "onerepaint.h"
-
 #include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkdevice.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkxyarrays.h>
 
@@ -94,7 +93,7 @@ TXYZ cornerOf(const Plan& plan) {
 }  // namespace
 
 Boxes::Boxes(TZKOglScene* scene, QObject* form) : QObject(form), canvas_(scene->GetZkOglCanvas()) {
-    const OneRepaint bracket(canvas_);
+    const ChangeBracket bracket(canvas_);
     addFloor(scene, form);
     for (const Plan& plan : plans) {
         auto* box = new TZKOglBox(form);
@@ -153,7 +152,7 @@ QStringList Boxes::Names() const {
 }
 
 void Boxes::ToggleLift(int index) {
-    const OneRepaint bracket(canvas_);
+    const ChangeBracket bracket(canvas_);
     Item& item = items_.at(std::size_t(index));
     item.lifted = !item.lifted;
     showPlaces();
@@ -168,14 +167,14 @@ QString Boxes::MaterialName(int index) const {
 }
 
 void Boxes::NextMaterial(int index) {
-    const OneRepaint bracket(canvas_);
+    const ChangeBracket bracket(canvas_);
     Item& item = items_.at(std::size_t(index));
     item.material = (item.material + 1) % int(paints.size());
     showMaterial(index);
 }
 
 void Boxes::Reset() {
-    const OneRepaint bracket(canvas_);
+    const ChangeBracket bracket(canvas_);
     for (int i = 0; i < Count(); ++i) {
         items_[std::size_t(i)].material = plans.at(std::size_t(i)).paint;
         items_[std::size_t(i)].lifted = false;

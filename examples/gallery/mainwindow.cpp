@@ -1,7 +1,6 @@
 #include "mainwindow.h"
 
-#include "onerepaint.h"
-
+#include <zk/_zkdevice.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkxyarrays.h>
 
@@ -52,7 +51,7 @@ MainWindow::MainWindow(QWidget* parent)
     setCentralWidget(control_);
 
     canvas_->SetWinControl(control_);
-    const OneRepaint bracket(canvas_);
+    const ChangeBracket bracket(canvas_);
     canvas_->SetBackgroundQColor(backgroundColor);
     canvas_->SetUnitsPerCm(pixelsPerCentimetre);
     canvas_->SetDefaultUnitsPerCM(pixelsPerCentimetre);
@@ -131,7 +130,7 @@ void MainWindow::buildStatusBar() {
 }
 
 void MainWindow::Reset() {
-    const OneRepaint bracket(canvas_);
+    const ChangeBracket bracket(canvas_);
     panel_->Reset();
     boxes_->Reset();
     canvas_->SetBackgroundQColor(backgroundColor);

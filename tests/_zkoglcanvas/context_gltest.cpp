@@ -17,8 +17,7 @@ TEST(Context, TheInitialStateComesInItsOrder) {
     form.canvas->SetWinControl(nullptr);
     GlRecorder recorder;
     form.canvas->SetWinControl(form.control);
-    Calls calls = recorder.Calls();
-    calls.resize(9);
+    const Calls calls = Section(recorder.Calls(), "glEnable(GL_CULL_FACE)", "glFrontFace(GL_CW)");
     EXPECT_EQ(calls, (Calls{"glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)", "glShadeModel(GL_SMOOTH)",
                             "glEnable(GL_DEPTH_TEST)", "glDepthFunc(GL_LESS)", "glEnable(GL_BLEND)",
                             "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)", "glEnable(GL_NORMALIZE)",

@@ -83,6 +83,7 @@ TEST_P(Repaint, BothSwapsShowTheNewPicture) {
     // in another size, too
     form.control->resize(260, 200);
     GlForm::Settle();
+    EXPECT_EQ(form.PixelAt({130, 100}), red);
     swap.watched = QPoint(130, 100);
     swap.TakeSeen();
     form.canvas->Refresh();
@@ -93,6 +94,39 @@ INSTANTIATE_TEST_SUITE_P(Swaps, Repaint,
                          testing::Combine(testing::Values(Swap::Copy, Swap::Exchange, Swap::Undefined),
                                           testing::Values(PictureKeeper::Way::FramebufferObject,
                                                           PictureKeeper::Way::Pixels)));
+
+// The picture fills the window at once in its new size, also where the driver takes notice of the size only at a swap.
+TEST(RepaintSize, TheFirstPictureInANewSizeIsWhole) {
+    GlForm form({200, 200});
+    form.window->resize(600, 600);
+    GlForm::Settle();
+    form.canvas->SetColor(0x0000FF);
+    for (const QSize& size : {QSize(400, 300), QSize(150, 420), QSize(500, 500), QSize(100, 100)}) {
+        form.TakeSwaps();
+        form.control->QWidget::resize(size);
+        EXPECT_EQ(form.TakeSwaps(), 2);
+        for (const QPoint& corner : {QPoint(1, 1), QPoint(size.width() - 2, 1), QPoint(1, size.height() - 2),
+                                     QPoint(size.width() - 2, size.height() - 2)})
+            EXPECT_EQ(form.PixelAt(corner), red) << corner.x() << ", " << corner.y();
+    }
+    // a control that a layout makes larger before it is ever shown
+    QWidget window;
+    auto* control = new TZKOglControl(&window);
+    control->SetBevelKind(bevel::bkNone);
+    auto* canvas = new TZkOglCanvas(&window);
+    canvas->SetWinControl(control);
+    canvas->SetColor(0x0000FF);
+    window.resize(450, 350);
+    control->setGeometry(0, 0, 450, 350);
+    window.show();
+    std::swap(form.control, control);
+    std::swap(form.canvas, canvas);
+    GlForm::Settle();
+    EXPECT_EQ(form.PixelAt({2, 2}), red);
+    EXPECT_EQ(form.PixelAt({448, 348}), red);
+    std::swap(form.control, control);
+    std::swap(form.canvas, canvas);
+}
 
 // Keeping the picture is invisible to user code: whatever state it left behind is still there, and cut nothing.
 TEST(RepaintState, KeepingAPictureLeavesTheStateAlone) {

@@ -282,16 +282,29 @@ void TZkOglCanvas::BeginPaint() {
     }
     if (!surface_->IsExposed())
         return;
+    const QPointer<TZkOglCanvas> self = this;
+    drawPicture();
+    if (!self || !context_)
+        return;
+    presented_ = true;
+    if (!context_->IsSizeNew()) {
+        context_->Present();
+        return;
+    }
+    // This swap may be the one that tells the driver of the window's new size, so that the picture is drawn anew for
+    // the next. The scenes replay what they have just compiled.
+    context_->Present();
+    drawPicture();
+    if (self && context_)
+        context_->Keep();
+}
+
+void TZkOglCanvas::drawPicture() {
     const GlColor background = ToGlColor(backgroundColor_);
     glClearColor(background[0], background[1], background[2], background[3]);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     OGLError();
-    const QPointer<TZkOglCanvas> self = this;
     playScenes();
-    if (!self || !context_)
-        return;
-    presented_ = true;
-    context_->Present();
 }
 
 // The picture is shown twice, as BeginPaint and EndPaint may also be called apart: whoever paints between them shows it

@@ -35,7 +35,8 @@ class TZKOglScene;
 /// cut off. In an odd height the picture sits one pixel lower in OpenGL than `WtoPixel` says.
 ///
 /// **Repaints.** Every setter that changes the picture repaints at once, or when the outermost `SetChanging` bracket
-/// closes. Nothing is painted while the window is not exposed; the exposure paints it.
+/// closes. Nothing is painted while the window is not exposed; the exposure paints it. The first repaint in a new size
+/// draws twice, as some drivers take notice of the size only when the first picture is shown.
 ///
 /// **Context.** There is none until `WinControl` is set and again after the control has gone. Without one (also where
 /// the window system refuses OpenGL; the control then says so in words) setters only store. A context that is lost with
@@ -264,6 +265,7 @@ class TZkOglCanvas : public TZKDevice {
     void rebuildModelView();
     void applyModelTransform();
     void rebindScenes();
+    void drawPicture();
     void playScenes();
     void setClipPlanesAround(const TXY& point, double halfWidth);
     std::vector<Tlight*> lightList() const;

@@ -40,6 +40,14 @@ std::unique_ptr<RenderContext> RenderContext::Create(GlSurface& surface, QString
         whyNot = refusal("the window system offers OpenGL ES or a core profile only.");
         return nullptr;
     }
+    // A context over a broken connection counts as made and current, but does nothing.
+    const GLuint list = glGenLists(1);
+    if (list == 0) {
+        context->doneCurrent();
+        whyNot = refusal("OpenGL is there, but does not answer.");
+        return nullptr;
+    }
+    glDeleteLists(list, 1);
     return std::unique_ptr<RenderContext>(new RenderContext(surface, std::move(context)));
 }
 
@@ -76,16 +84,22 @@ void RenderContext::SwapBuffers() {
 }
 
 void RenderContext::swap() {
+    swappedSize_ = surface_.PixelSize();
     if (swap_)
         swap_(*this);
     else
         SwapBuffers();
 }
 
+void RenderContext::Keep() {
+    if (MakeCurrent())
+        keeper_->Keep(surface_.PixelSize());
+}
+
 void RenderContext::Present() {
     if (!MakeCurrent())
         return;
-    keeper_->Keep(surface_.PixelSize());
+    Keep();
     swap();
 }
 

@@ -32,6 +32,13 @@ class RenderContext {
     /// True when the context is the current one, on its surface.
     bool IsCurrent() const;
 
+    /// True until the first swap after the window has got another size. Some drivers take notice of a new size only
+    /// with a swap: what is drawn before it is cut off at the old one.
+    bool IsSizeNew() const { return surface_.PixelSize() != swappedSize_; }
+
+    /// Keeps what has been drawn into the back buffer for `PresentAgain`, without showing it.
+    void Keep();
+
     /// Shows what has been drawn into the back buffer: the first swap of a repaint. The picture is kept for
     /// `PresentAgain`.
     void Present();
@@ -58,6 +65,7 @@ class RenderContext {
     std::unique_ptr<QOpenGLContext> context_;
     std::unique_ptr<PictureKeeper> keeper_;
     std::function<void(RenderContext&)> swap_;
+    QSize swappedSize_;
 };
 
 }  // namespace zk

@@ -100,6 +100,11 @@ void TCustomShape::Settranslation(const TXYZ& by) {
     Invalidate();
 }
 
+void TCustomShape::SetDrehGerade(const TGerade& line) {
+    drehGerade_ = line;
+    Invalidate();
+}
+
 void TCustomShape::Setdrehwinkel(double degrees) {
     drehwinkel_ = degrees;
     Invalidate();
@@ -114,8 +119,7 @@ QString TCustomShape::Get_translation() const {
 }
 
 void TCustomShape::SetDrehgeradePkt(const QString& text) {
-    drehGerade_.Origin = Strtoxyz(text);
-    Invalidate();
+    SetDrehGerade({Strtoxyz(text), drehGerade_.Direction});
 }
 
 QString TCustomShape::GetDrehgeradePkt() const {
@@ -123,8 +127,7 @@ QString TCustomShape::GetDrehgeradePkt() const {
 }
 
 void TCustomShape::SetDrehgeradeRichtung(const QString& text) {
-    drehGerade_.Direction = Strtoxyz(text);
-    Invalidate();
+    SetDrehGerade({drehGerade_.Origin, Strtoxyz(text)});
 }
 
 QString TCustomShape::GetDrehgeradeRichtung() const {

@@ -62,6 +62,7 @@ class TCustomShape : public TZkShape, public HitTarget {
     TXYZ GetTranslation() const { return translation_; }
     void Settranslation(const TXYZ& by);
     TGerade GetDrehGerade() const { return drehGerade_; }
+    void SetDrehGerade(const TGerade& line);
     /// In degrees.
     void Setdrehwinkel(double degrees);
     double Getdrehwinkel() const { return drehwinkel_; }
