@@ -213,7 +213,10 @@ class TZkOglCanvas : public TZKDevice {
 
     // --- drawing (canvas_primitives.cpp) ---
 
-    /// Draws one planar face; the arrays are its convex pieces. A face without area draws nothing.
+    /// Draws one planar face: the first array is its outline, the others are holes in it, in any direction. Filled
+    /// faces are cut into convex pieces, and those into triangles of at most the triangle resolution if that is not 0;
+    /// in the other polygon modes the arrays are drawn as they are. An outline without area draws nothing. What
+    /// `DOConvex` leaves out (see there) is not filled.
     void PolyPolyline3D(const TlistOFxyzArray& polygons) override;
 
     /// Shows only what lies on the side of the plane through `point` that `normal` points to, in the model coordinates

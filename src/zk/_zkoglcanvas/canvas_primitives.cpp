@@ -2,10 +2,43 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
+#include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/scene.h>
 #include <zk/_zkxyarrays.h>
 
+#include <array>
+#include <span>
+#include <utility>
+
 namespace zk {
+
+namespace {
+
+/// Appends the triangles of a convex piece, each closed: four points, the last equal to the first.
+void appendTriangles(const TXYZARRAY& piece, TlistOFxyzArray& triangles) {
+    const std::span<const TXYZ> points = piece.Items();
+    for (std::size_t i = 2; i < points.size(); ++i) {
+        const std::array<TXYZ, 4> corners{points[0], points[i - 1], points[i], points[0]};
+        ArrayAddData(*triangles.AddArray(), int(corners.size()), corners.data());
+    }
+}
+
+/// OpenGL fills convex polygons only. The pieces of a face that it can fill, with a perimeter of at most `perimeter` if
+/// that is not 0.
+void fillable(const TlistOFxyzArray& face, double perimeter, TlistOFxyzArray& pieces) {
+    if (perimeter == 0) {
+        DOConvex(face, pieces);
+        return;
+    }
+    TlistOFxyzArray convex;
+    DOConvex(face, convex);
+    TlistOFxyzArray triangles;
+    for (int i = 0; i < convex.Count(); ++i)
+        appendTriangles(*convex.Getitem(i), triangles);
+    RefineTriangles(triangles, perimeter, pieces);
+}
+
+}  // namespace
 
 void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
     if (!CheckCurrent() || polygons.Count() == 0)
@@ -24,11 +57,16 @@ void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
     if (textured)
         frame = texture->IsBaseSet() ? texture->getBAse() : NewBAse(outline);
 
+    TlistOFxyzArray pieces;
+    const bool filled = GetPolyGonMode()[0] == GL_FILL;
+    if (filled)
+        fillable(polygons, triangleResolution_, pieces);
+    const TlistOFxyzArray& drawn = filled ? pieces : polygons;
+
     glPushName(1);
     const GLenum style = getAttributes()->getPolyStyle()->GLStyle();
-    for (int i = 0; i < polygons.Count(); ++i) {
-        const TXYZARRAY& polygon = *polygons.Getitem(i);
-        std::span<const TXYZ> points = polygon.Items();
+    for (int i = 0; i < drawn.Count(); ++i) {
+        std::span<const TXYZ> points = std::as_const(*drawn.Getitem(i)).Items();
         if (points.size() > 1 && Equals(points.back(), points.front()))
             points = points.first(points.size() - 1);  // the closing edge is implied
         glBegin(style);
