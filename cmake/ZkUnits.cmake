@@ -12,6 +12,8 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(zk_options INTERFACE -fsanitize=${ZKOGL_SANITIZE} -fno-omit-frame-pointer
                                                 -fno-sanitize-recover=undefined)
     target_link_options(zk_options INTERFACE -fsanitize=${ZKOGL_SANITIZE})
+    target_sources(zk_options INTERFACE
+      $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${CMAKE_CURRENT_LIST_DIR}/keeplibraries.cpp>)
   endif()
 endif()
 
