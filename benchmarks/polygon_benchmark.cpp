@@ -1,0 +1,385 @@
+// Polygons beside the known libraries in one run, on the same inputs: what counts are the ratios. A peer that is not
+// installed when this is built is left out. Each time is the median of several runs; with --quick there are fewer of
+// them and the largest inputs are left out. Times include everything from the caller's points to the result in the
+// library's own form; converting the input into that form is not counted for a peer, though it is for this library,
+// whose input is plain points.
+#include "polygon_inputs.h"
+
+#include <zk/_zkmath/inside.h>
+#include <zk/_zkxyarrays.h>
+#include <zk/_zkxyz.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#ifdef WITH_POLYCLIPPING
+#include <polyclipping/clipper.hpp>
+#endif
+#ifdef WITH_BOOST
+#include <boost/geometry.hpp>
+#include <boost/geometry/geometries/point_xy.hpp>
+#include <boost/geometry/geometries/polygon.hpp>
+#endif
+#ifdef WITH_GEOS
+#include <geos_c.h>
+#endif
+#ifdef WITH_CGAL
+#include <CGAL/Boolean_set_operations_2.h>
+#include <CGAL/Exact_predicates_exact_constructions_kernel.h>
+#endif
+#ifdef __linux__
+#include <sys/resource.h>
+#endif
+
+namespace {
+
+using namespace zk;
+using inputs::Pair;
+using inputs::Poly;
+
+bool quick = false;
+
+// Microseconds, the median.
+double Time(const std::function<void()>& run) {
+    using Clock = std::chrono::steady_clock;
+    std::vector<double> times;
+    const auto start = Clock::now();
+    const double limit = quick ? 0.3 : 2;
+    do {
+        const auto before = Clock::now();
+        run();
+        times.push_back(std::chrono::duration<double, std::micro>(Clock::now() - before).count());
+    } while (times.size() < 101 && std::chrono::duration<double>(Clock::now() - start).count() < limit);
+    std::ranges::nth_element(times, times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2));
+    return times[times.size() / 2];
+}
+
+ArrayOwner<TXYARRAY> Array(const Poly& p) {
+    ArrayOwner<TXYARRAY> array;
+    ArrayAddData(*array, static_cast<int>(p.size()), p.data());
+    return array;
+}
+
+struct Result {
+    double time = 0;
+    double area = 0;
+};
+
+// --- this library ---
+
+double Area(const TlistOFXYArray& list) {
+    double sum = 0;
+    for (int i = 0; i < list.Count(); ++i)
+        sum -= Vekt(*list[i]) / 2;
+    return sum;
+}
+
+Result Ours(const Pair& pair) {
+    const auto a = Array(pair.first);
+    const auto b = Array(pair.second);
+    Result result;
+    result.time = Time([&] {
+        TlistOFXYArray list;
+        SetOperation(*a, *b, list, false);
+    });
+    TlistOFXYArray list;
+    SetOperation(*a, *b, list, false);
+    result.area = Area(list);
+    return result;
+}
+
+// --- the peers ---
+
+std::optional<Result> Polyclipping([[maybe_unused]] const Pair& pair) {
+#ifdef WITH_POLYCLIPPING
+    using namespace ClipperLib;
+    // Whole numbers only: to nine digits.
+    constexpr double Scale = 1e9;
+    const auto convert = [](const Poly& p) {
+        Path path;
+        for (const TXY& v : p)
+            path.emplace_back(std::llround(v.x * Scale), std::llround(v.y * Scale));
+        return path;
+    };
+    const Path a = convert(pair.first);
+    const Path b = convert(pair.second);
+    Paths paths;
+    Result result;
+    result.time = Time([&] {
+        Clipper clipper;
+        clipper.AddPath(a, ptSubject, true);
+        clipper.AddPath(b, ptClip, true);
+        clipper.Execute(ctIntersection, paths, pftEvenOdd, pftEvenOdd);
+    });
+    for (const Path& path : paths)
+        result.area += ClipperLib::Area(path) / Scale / Scale;
+    return result;
+#else
+    return {};
+#endif
+}
+
+std::optional<Result> Boost([[maybe_unused]] const Pair& pair) {
+#ifdef WITH_BOOST
+    namespace bg = boost::geometry;
+    using Polygon = bg::model::polygon<bg::model::d2::point_xy<double>>;
+    const auto convert = [](const Poly& p) {
+        Polygon polygon;
+        for (const TXY& v : p)
+            bg::append(polygon.outer(), bg::model::d2::point_xy<double>(v.x, v.y));
+        bg::correct(polygon);
+        return polygon;
+    };
+    const Polygon a = convert(pair.first);
+    const Polygon b = convert(pair.second);
+    bg::model::multi_polygon<Polygon> out;
+    Result result;
+    try {
+        result.time = Time([&] {
+            out.clear();
+            bg::intersection(a, b, out);
+        });
+    } catch (const bg::exception&) {
+        return {};
+    }
+    result.area = bg::area(out);
+    return result;
+#else
+    return {};
+#endif
+}
+
+#ifdef WITH_GEOS
+void Silent(const char*, ...) {}
+#endif
+
+std::optional<Result> Geos([[maybe_unused]] const Pair& pair) {
+#ifdef WITH_GEOS
+    initGEOS(Silent, Silent);
+    const auto convert = [](const Poly& p) {
+        const auto n = static_cast<unsigned>(p.size());
+        GEOSCoordSequence* sequence = GEOSCoordSeq_create(n + 1, 2);
+        for (unsigned i = 0; i <= n; ++i) {
+            GEOSCoordSeq_setX(sequence, i, p[i % n].x);
+            GEOSCoordSeq_setY(sequence, i, p[i % n].y);
+        }
+        return GEOSGeom_createPolygon(GEOSGeom_createLinearRing(sequence), nullptr, 0);
+    };
+    GEOSGeometry* a = convert(pair.first);
+    GEOSGeometry* b = convert(pair.second);
+    GEOSGeometry* out = nullptr;
+    std::optional<Result> result = Result{};
+    result->time = Time([&] {
+        GEOSGeom_destroy(out);
+        out = GEOSIntersection(a, b);
+    });
+    if (out)
+        GEOSArea(out, &result->area);
+    else
+        result.reset();
+    for (GEOSGeometry* g : {a, b, out})
+        GEOSGeom_destroy(g);
+    finishGEOS();
+    return result;
+#else
+    return {};
+#endif
+}
+
+std::optional<Result> Cgal([[maybe_unused]] const Pair& pair) {
+#ifdef WITH_CGAL
+    using Kernel = CGAL::Exact_predicates_exact_constructions_kernel;
+    using Polygon = CGAL::Polygon_2<Kernel>;
+    const auto convert = [](const Poly& p) {
+        Polygon polygon;
+        for (const TXY& v : p)
+            polygon.push_back({v.x, v.y});
+        if (polygon.is_clockwise_oriented())
+            polygon.reverse_orientation();
+        return polygon;
+    };
+    const Polygon a = convert(pair.first);
+    const Polygon b = convert(pair.second);
+    std::vector<CGAL::Polygon_with_holes_2<Kernel>> out;
+    Result result;
+    result.time = Time([&] {
+        out.clear();
+        CGAL::intersection(a, b, std::back_inserter(out));
+    });
+    for (const auto& polygon : out) {
+        result.area += CGAL::to_double(polygon.outer_boundary().area());
+        for (auto hole = polygon.holes_begin(); hole != polygon.holes_end(); ++hole)
+            result.area += CGAL::to_double(hole->area());
+    }
+    return result;
+#else
+    return {};
+#endif
+}
+
+// --- the table ---
+
+void PrintCell(const std::optional<Result>& peer, double area) {
+    if (!peer)
+        std::printf(" %14s", "-");
+    else
+        std::printf(" %13.1f%s", peer->time, std::abs(peer->area - area) > 1e-6 * area ? "!" : " ");
+}
+
+void Row(const char* name, const Pair& pair) {
+    std::printf("%-34s", name);
+    std::fflush(stdout);
+    const Result ours = Ours(pair);
+    std::printf(" %13.1f ", ours.time);
+    double best = 0;
+    for (const auto& peer : {Polyclipping(pair), Boost(pair), Geos(pair), Cgal(pair)}) {
+        PrintCell(peer, ours.area);
+        if (peer && (best == 0 || peer->time < best))
+            best = peer->time;
+    }
+    if (best > 0)
+        std::printf(" %9.2f", ours.time / best);
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+void SetOperations() {
+    std::printf("\nIntersection, microseconds; ratio: ours to the fastest peer; ! the area differs from ours\n");
+    std::printf("%-34s %13s  %13s  %13s  %13s  %13s  %8s\n", "", "ours", "polyclipping", "Boost", "GEOS", "CGAL",
+                "ratio");
+    Row("two stars of 1,000", inputs::Stars(1000));
+    Row("two stars of 10,000", inputs::Stars(10000));
+    if (!quick)
+        Row("two stars of 50,000", inputs::Stars(50000));
+    Row("two needle stars of 1,000", inputs::NeedleStars(1000));
+    if (!quick)
+        Row("two needle stars of 10,000", inputs::NeedleStars(10000));
+    Row("two combs of 200 teeth", inputs::Combs(200));
+    Row("coastlines, 10,368 vertices", inputs::Coastlines());
+}
+
+void ConvexPieces() {
+    std::printf("\nConvex pieces, microseconds\n%-34s %13s %10s %10s\n", "", "ours", "pieces", "triangles");
+    for (const auto& [n, holes] : {std::pair{1000, 10}, std::pair{10000, 100}}) {
+        const inputs::FaceInput input = inputs::Face(n, holes);
+        TlistOFxyzArray face;
+        const auto add = [&](const Poly& p) {
+            TXYZARRAY& array = *face.AddArray();
+            for (const TXY& v : p) {
+                const TXYZ point{v.x, v.y, 0};
+                ArrayAppendData(array, &point);
+            }
+        };
+        add(input.outline);
+        for (const Poly& hole : input.holes)
+            add(hole);
+        int pieces = 0;
+        const double time = Time([&] {
+            TlistOFxyzArray out;
+            DOConvex(face, out);
+            pieces = out.Count();
+        });
+        const std::string name = std::to_string(n) + " vertices, " + std::to_string(holes) + " holes of 20";
+        std::printf("%-34s %13.1f %10d %10d\n", name.c_str(), time, pieces, n + 20 * holes + 2 * holes - 2);
+    }
+}
+
+void InsideTests() {
+    const Poly star = inputs::Star(1000, 0, 1);
+    const auto array = Array(star);
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> number(-1.1, 1.1);
+    Poly points(1000);
+    for (TXY& p : points)
+        p = {number(random), number(random)};
+    int inside = 0;
+    const double ours = Time([&] {
+        for (const TXY& p : points)
+            inside += PktInside(p, *array);
+    });
+    std::printf("\nOne inside test, 1,000 vertices, microseconds\nours %.3f", ours / 1000);
+    double best = 0;
+    const auto peer = [&](const char* name, double time) {
+        std::printf(", %s %.3f", name, time / 1000);
+        best = best == 0 ? time : std::min(best, time);
+    };
+#ifdef WITH_POLYCLIPPING
+    {
+        ClipperLib::Path path;
+        for (const TXY& v : star)
+            path.emplace_back(std::llround(v.x * 1e9), std::llround(v.y * 1e9));
+        peer("polyclipping", Time([&] {
+                 for (const TXY& p : points)
+                     inside += ClipperLib::PointInPolygon({std::llround(p.x * 1e9), std::llround(p.y * 1e9)}, path);
+             }));
+    }
+#endif
+#ifdef WITH_BOOST
+    {
+        namespace bg = boost::geometry;
+        using Point = bg::model::d2::point_xy<double>;
+        bg::model::polygon<Point> polygon;
+        for (const TXY& v : star)
+            bg::append(polygon.outer(), Point(v.x, v.y));
+        bg::correct(polygon);
+        peer("Boost", Time([&] {
+                 for (const TXY& p : points)
+                     inside += bg::within(Point(p.x, p.y), polygon);
+             }));
+    }
+#endif
+#ifdef WITH_CGAL
+    {
+        using Kernel = CGAL::Exact_predicates_exact_constructions_kernel;
+        using Inexact = CGAL::Exact_predicates_inexact_constructions_kernel;
+        static_cast<void>(sizeof(Kernel));
+        CGAL::Polygon_2<Inexact> polygon;
+        for (const TXY& v : star)
+            polygon.push_back({v.x, v.y});
+        peer("CGAL", Time([&] {
+                 for (const TXY& p : points)
+                     inside += CGAL::bounded_side_2(polygon.vertices_begin(), polygon.vertices_end(),
+                                                    Inexact::Point_2(p.x, p.y)) == CGAL::ON_BOUNDED_SIDE;
+             }));
+    }
+#endif
+    if (best > 0)
+        std::printf("; ratio to the fastest %.2f", ours / best);
+    std::printf("%s\n", inside == 0 ? " (none inside)" : "");
+}
+
+// What one intersection of two stars of 50,000 vertices adds to the memory in use at its peak. It comes first, while
+// nothing else has made the peak.
+void Memory() {
+#ifdef __linux__
+    const Pair pair = inputs::Stars(50000);
+    const auto a = Array(pair.first);
+    const auto b = Array(pair.second);
+    rusage before{}, after{};
+    getrusage(RUSAGE_SELF, &before);
+    TlistOFXYArray list;
+    SetOperation(*a, *b, list, false);
+    getrusage(RUSAGE_SELF, &after);
+    std::printf("Memory of an intersection of two stars of 50,000 vertices: %.1f MiB at the peak\n",
+                static_cast<double>(after.ru_maxrss - before.ru_maxrss) / 1024);
+#endif
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i)
+        quick = quick || std::strcmp(argv[i], "--quick") == 0;
+    SetMessageHandler([](const std::string&) {});
+    Memory();
+    SetOperations();
+    ConvexPieces();
+    InsideTests();
+}
