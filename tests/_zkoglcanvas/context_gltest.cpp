@@ -174,6 +174,14 @@ TEST(Context, AnyWidgetWillDo) {
     GlForm::Settle();
     EXPECT_EQ(form.canvas->GetWidth(), 100);
     EXPECT_EQ(at({50, 50}), QColor(254, 0, 0));
+    // without a canvas the widget shows itself again
+    form.canvas->SetWinControl(nullptr);
+    plain->setStyleSheet("background: #123456");
+    GlForm::Settle();
+    EXPECT_EQ(at({50, 50}), QColor(0x12, 0x34, 0x56));
+    form.canvas->SetWinControl(plain);
+    GlForm::Settle();
+    EXPECT_EQ(at({50, 50}), QColor(254, 0, 0));
     delete plain;
     EXPECT_EQ(form.canvas->GetWinControl(), nullptr);
     EXPECT_FALSE(form.canvas->HasContext());

@@ -102,7 +102,10 @@ QWindow* GlForm::MouseWindow() const {
 }
 
 void GlForm::Click(const QPoint& client) {
-    QTest::mouseClick(MouseWindow(), Qt::LeftButton, Qt::NoModifier, client);
+    if (GlSurface::Find(control)->isVisible())
+        QTest::mouseClick(MouseWindow(), Qt::LeftButton, Qt::NoModifier, client);
+    else
+        QTest::mouseClick(control, Qt::LeftButton, Qt::NoModifier, client + control->contentsRect().topLeft());
 }
 
 unsigned PendingError(TZkOglCanvas& canvas) {

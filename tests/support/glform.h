@@ -45,7 +45,7 @@ class GlForm {
     QImage Screen();
     /// What the user sees at a pixel of the client area (device-independent).
     QColor PixelAt(const QPointF& client);
-    /// The native window that the window system sends the mouse events of the client area to.
+    /// The native window that the window system sends the mouse events of the client area to while a canvas is bound.
     QWindow* MouseWindow() const;
     /// A real press and release of the left button at a pixel of the client area.
     void Click(const QPoint& client);

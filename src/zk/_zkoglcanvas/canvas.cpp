@@ -69,12 +69,15 @@ void TZkOglCanvas::Setdc(GlSurface* surface) {
     if (surface == surface_)
         return;
     SetChanging(true);
-    if (surface_)
-        disconnect(surface_, nullptr, this, nullptr);
     if (context_)
         releaseContext(surface != nullptr);
+    if (surface_) {
+        disconnect(surface_, nullptr, this, nullptr);
+        surface_->RemoveUser();
+    }
     surface_ = surface;
     if (surface_) {
+        surface_->AddUser();
         connect(surface_, &GlSurface::Lost, this, &TZkOglCanvas::surfaceLost);
         connect(surface_, &GlSurface::Restored, this, &TZkOglCanvas::surfaceRestored);
         connect(surface_, &GlSurface::Exposed, this, &TZkOglCanvas::surfaceExposed);

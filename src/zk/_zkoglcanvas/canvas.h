@@ -2,6 +2,7 @@
 
 #include <zk/_zkdevice/device.h>
 #include <zk/_zkoglcanvas/hit.h>
+#include <zk/host/glsurface.h>
 
 #include <QColor>
 #include <QPointF>
@@ -14,7 +15,6 @@
 
 namespace zk {
 
-class GlSurface;
 class RenderContext;
 class TZKOglScene;
 
@@ -274,7 +274,7 @@ class TZkOglCanvas : public TZKDevice {
     std::vector<Tlight*> lightList() const;
 
     QWidget* winControl_ = nullptr;
-    GlSurface* surface_ = nullptr;
+    QPointer<GlSurface> surface_;  // goes with the control, and a plain widget tells of that only afterwards
     std::unique_ptr<RenderContext> context_;
     std::vector<TZKOglScene*> scenes_;
     std::vector<THitItem> hits_;

@@ -32,7 +32,6 @@ GlSurface::GlSurface(QWidget* control) : QWidget(control) {
     makeWindow();
     noticePixelRatio();
     lower();  // what the application puts onto the control stays above the picture
-    show();
 }
 
 GlSurface::~GlSurface() {
@@ -105,10 +104,25 @@ QSize GlSurface::PixelSize() const {
     return QSize(qRound(width() * PixelRatio()), qRound(height() * PixelRatio()));
 }
 
+void GlSurface::AddUser() {
+    ++users_;
+    updateVisible();
+}
+
+void GlSurface::RemoveUser() {
+    if (--users_ == 0)
+        delete notice_;
+    updateVisible();
+}
+
+void GlSurface::updateVisible() {
+    setVisible(users_ > 0 && !notice_);
+}
+
 void GlSurface::ShowNotice(const QString& text) {
     if (text.isEmpty()) {
         delete notice_;
-        show();
+        updateVisible();
         return;
     }
     if (!notice_) {
@@ -120,7 +134,7 @@ void GlSurface::ShowNotice(const QString& text) {
         notice_->show();
     }
     notice_->setText(text);
-    hide();
+    updateVisible();
     fill();
 }
 

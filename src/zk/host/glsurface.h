@@ -48,6 +48,11 @@ class GlSurface : public QWidget {
     /// The size in device pixels.
     QSize PixelSize() const;
 
+    /// Called by each that begins or ends drawing into the surface. While nobody does, the surface is hidden and the
+    /// control shows itself.
+    void AddUser();
+    void RemoveUser();
+
     /// Shows a text in the place of the picture, for the user who cannot be shown one; an empty text brings the picture
     /// back.
     void ShowNotice(const QString& text);
@@ -77,12 +82,14 @@ class GlSurface : public QWidget {
     explicit GlSurface(QWidget* control);
 
     void makeWindow();
+    void updateVisible();
     void fill();
     void noticePixelRatio();
 
     QPointer<QWindow> window_;
     QPointer<QLabel> notice_;
     double pixelRatio_ = 0;
+    int users_ = 0;
     bool making_ = false;
 };
 
