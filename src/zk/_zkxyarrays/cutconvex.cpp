@@ -75,7 +75,8 @@ Blockers::Blockers(const Face& face, const std::vector<std::uint32_t>& ring, con
         indexInAll_[v] = static_cast<std::uint32_t>(all_.size());
         all_.push_back(v);
     }
-    side_ = std::max(1, static_cast<int>(std::sqrt(static_cast<double>(all_.size()))));
+    // Most vertices are along the outline, so that most cells are empty.
+    side_ = std::max(1, static_cast<int>(2.5 * std::sqrt(static_cast<double>(all_.size()))));
     perWidth_ = high.x > low_.x ? side_ / (high.x - low_.x) : 0;
     perHeight_ = high.y > low_.y ? side_ / (high.y - low_.y) : 0;
     start_.assign(static_cast<std::size_t>(side_) * static_cast<std::size_t>(side_) + 1, 0);
@@ -182,8 +183,7 @@ bool Mesh::StaysConvex(std::uint32_t in, std::uint32_t out) const {
 }
 
 void Mesh::Merge() {
-    // Later cuts are longer and have more to gain.
-    for (std::uint32_t e = static_cast<std::uint32_t>(edges_.size()); e-- > 0;) {
+    for (std::uint32_t e = 0; e < edges_.size(); ++e) {
         const std::uint32_t t = edges_[e].twin;
         if (t == None || edges_[e].gone)
             continue;

@@ -1,4 +1,3 @@
-#include <zk/_zkmath/vector.h>
 #include <zk/_zkxyarrays/distance.h>
 
 #include <algorithm>
@@ -15,6 +14,14 @@ constexpr double NoDistance = 1e20;
 
 // Edges are looked at in blocks of this many; a block that is too far away is passed as a whole.
 constexpr std::size_t BlockSize = 16;
+
+// As in _zkmath, here for the compiler to see: they are what most of the time goes to.
+inline TXYZ Minus(const TXYZ& a, const TXYZ& b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+inline double Dot(const TXYZ& a, const TXYZ& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
 
 struct Box {
     TXYZ low, high;
@@ -70,11 +77,14 @@ struct Edges {
 double Foot(const TXYZ& p, const TXYZ& start, const TXYZ& direction, double length2) {
     if (!(length2 > 0))
         return 0;
-    return std::clamp(Skal(Sub(p, start), direction) / length2, 0.0, 1.0);
+    return std::clamp(Dot(Minus(p, start), direction) / length2, 0.0, 1.0);
 }
 
 TXYZ At(const TXYZ& start, const TXYZ& end, const TXYZ& direction, double place) {
-    return place <= 0 ? start : place >= 1 ? end : Add(start, Mul(direction, place));
+    return place <= 0 ? start
+           : place >= 1
+               ? end
+               : TXYZ{start.x + direction.x * place, start.y + direction.y * place, start.z + direction.z * place};
 }
 
 }  // namespace
@@ -82,16 +92,16 @@ TXYZ At(const TXYZ& start, const TXYZ& end, const TXYZ& direction, double place)
 namespace detail {
 
 NearestPoints Nearest(const TXYZ& a0, const TXYZ& a1, const TXYZ& b0, const TXYZ& b1) {
-    const TXYZ u = Sub(a1, a0);
-    const TXYZ v = Sub(b1, b0);
-    const double uu = Skal(u, u);
-    const double vv = Skal(v, v);
+    const TXYZ u = Minus(a1, a0);
+    const TXYZ v = Minus(b1, b0);
+    const double uu = Dot(u, u);
+    const double vv = Dot(v, v);
     NearestPoints best{std::numeric_limits<double>::infinity(), 0, 0, a0, b0};
     const auto consider = [&](double s, double t) {
         const TXYZ p = At(a0, a1, u, s);
         const TXYZ q = At(b0, b1, v, t);
-        const TXYZ d = Sub(p, q);
-        const double distance2 = Skal(d, d);
+        const TXYZ d = Minus(p, q);
+        const double distance2 = Dot(d, d);
         if (distance2 < best.distance2)
             best = {distance2, s, t, p, q};
     };
@@ -100,11 +110,11 @@ NearestPoints Nearest(const TXYZ& a0, const TXYZ& a1, const TXYZ& b0, const TXYZ
     consider(1, Foot(a1, b0, v, vv));
     consider(Foot(b0, a0, u, uu), 0);
     consider(Foot(b1, a0, u, uu), 1);
-    const double uv = Skal(u, v);
+    const double uv = Dot(u, v);
     const double determinant = uu * vv - uv * uv;
     if (best.distance2 > 0 && determinant > 0) {
-        const TXYZ w = Sub(a0, b0);
-        const double s = (uv * Skal(v, w) - vv * Skal(u, w)) / determinant;
+        const TXYZ w = Minus(a0, b0);
+        const double s = (uv * Dot(v, w) - vv * Dot(u, w)) / determinant;
         if (s > 0 && s < 1) {
             const double t = Foot(At(a0, a1, u, s), b0, v, vv);
             if (t > 0 && t < 1)

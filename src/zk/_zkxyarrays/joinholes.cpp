@@ -63,7 +63,20 @@ struct Waiting {
 
     void Refresh(const Face& face, const Edges& added) {
         const auto end = [&](std::uint32_t v) -> const TXYZ& { return face.vertices[face.vertices[v].next].point; };
+        // The block that is nearest by its box comes first, so that most of the others are too far away then.
+        std::size_t nearBlock = 0;
+        double bound2 = std::numeric_limits<double>::infinity();
         for (std::size_t block = 0; block < added.blocks.size(); ++block) {
+            const double distance2 = added.blocks[block].Distance2(box);
+            if (distance2 < bound2) {
+                bound2 = distance2;
+                nearBlock = block;
+            }
+        }
+        if (bound2 > nearest.distance2)
+            return;
+        for (std::size_t k = 0; k < added.blocks.size(); ++k) {
+            const std::size_t block = k == 0 ? nearBlock : k <= nearBlock ? k - 1 : k;
             if (added.blocks[block].Distance2(box) > nearest.distance2)
                 continue;
             const std::size_t last = std::min(added.starts.size(), (block + 1) * BlockSize);
@@ -71,10 +84,10 @@ struct Waiting {
                 if (added.boxes[i].Distance2(box) > nearest.distance2)
                     continue;
                 const std::uint32_t a = added.starts[i];
-                for (std::size_t k = 0; k < edges.starts.size(); ++k) {
-                    if (added.boxes[i].Distance2(edges.boxes[k]) > nearest.distance2)
+                for (std::size_t e = 0; e < edges.starts.size(); ++e) {
+                    if (added.boxes[i].Distance2(edges.boxes[e]) > nearest.distance2)
                         continue;
-                    const std::uint32_t b = edges.starts[k];
+                    const std::uint32_t b = edges.starts[e];
                     const auto pair = Nearest(face.vertices[a].point, end(a), face.vertices[b].point, end(b));
                     if (pair.distance2 < nearest.distance2) {
                         nearest = pair;

@@ -98,6 +98,7 @@ class Overlay {
     void FindContacts();
     void CompleteContacts();
     void MakeStops();
+    void SortStops(int of);
     void MakeNodesOfVertices();
     bool StopBefore(int of, const Stop& a, const Stop& b) const;
     void MakeEnds();

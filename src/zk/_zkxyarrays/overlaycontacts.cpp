@@ -239,6 +239,47 @@ bool Overlay::StopBefore(int of, const Stop& a, const Stop& b) const {
     return (a.other == None) == vertexFirst;
 }
 
+// By edge without comparing, then along each edge: by the rounded places where these are far enough apart.
+void Overlay::SortStops(int of) {
+    auto& stops = stops_[of];
+    std::vector<std::uint32_t> start(outlines_[of]->Count() + 1, 0);
+    for (const Stop& stop : stops)
+        ++start[stop.edge + 1];
+    for (std::size_t i = 1; i < start.size(); ++i)
+        start[i] += start[i - 1];
+    std::vector<Stop> sorted(stops.size());
+    {
+        std::vector<std::uint32_t> at(start.begin(), start.end() - 1);
+        for (const Stop& stop : stops)
+            sorted[at[stop.edge]++] = stop;
+    }
+    struct Key {
+        double place;
+        std::uint32_t index;
+    };
+    std::vector<Key> keys;
+    stops.clear();
+    for (std::size_t edge = 0; edge + 1 < start.size(); ++edge) {
+        const std::uint32_t begin = start[edge];
+        const std::uint32_t end = start[edge + 1];
+        keys.clear();
+        bool clear = true;
+        for (std::uint32_t i = begin; i < end; ++i) {
+            keys.push_back({sorted[i].place, i});
+            clear = clear && sorted[i].other != None;
+        }
+        if (clear && keys.size() > 1)
+            std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.place < b.place; });
+        for (std::size_t i = 1; clear && i < keys.size(); ++i)
+            clear = keys[i].place - keys[i - 1].place > sorted[keys[i].index].error + sorted[keys[i - 1].index].error;
+        if (!clear && keys.size() > 1)
+            std::sort(keys.begin(), keys.end(),
+                      [&](const Key& a, const Key& b) { return StopBefore(of, sorted[a.index], sorted[b.index]); });
+        for (const Key& key : keys)
+            stops.push_back(sorted[key.index]);
+    }
+}
+
 void Overlay::MakeStops() {
     for (int of = 0; of < 2; ++of)
         stops_[of].reserve(crossings_.size() + passing_[of].size());
@@ -284,7 +325,7 @@ void Overlay::MakeStops() {
     MakeNodesOfVertices();
     for (int of = 0; of < 2; ++of) {
         auto& stops = stops_[of];
-        std::sort(stops.begin(), stops.end(), [&](const Stop& a, const Stop& b) { return StopBefore(of, a, b); });
+        SortStops(of);
         for (std::size_t i = 0; i < stops.size(); ++i)
             if (stops[i].other != None)
                 nodes_[stops[i].node].stops[of] = static_cast<std::uint32_t>(i);
