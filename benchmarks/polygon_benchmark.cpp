@@ -33,6 +33,8 @@
 #ifdef WITH_CGAL
 #include <CGAL/Boolean_set_operations_2.h>
 #include <CGAL/Exact_predicates_exact_constructions_kernel.h>
+#include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
+#include <CGAL/Polygon_2_algorithms.h>
 #endif
 #ifdef __linux__
 #include <sys/resource.h>
@@ -337,9 +339,7 @@ void InsideTests() {
 #endif
 #ifdef WITH_CGAL
     {
-        using Kernel = CGAL::Exact_predicates_exact_constructions_kernel;
         using Inexact = CGAL::Exact_predicates_inexact_constructions_kernel;
-        static_cast<void>(sizeof(Kernel));
         CGAL::Polygon_2<Inexact> polygon;
         for (const TXY& v : star)
             polygon.push_back({v.x, v.y});

@@ -59,20 +59,19 @@ inline Pair NeedleStars(int n) {
     return pair;
 }
 
-// Two combs across each other, every second tooth of one too short to reach all of the other.
+// Two combs across each other, each with about half of its teeth among those of the other.
 inline Pair Combs(int teeth) {
     Poly comb{{0, 0}};
     for (int i = 0; i < teeth / 2; ++i) {
-        const double length = i % 10 == 9 ? 12.0 : teeth * 0.5;
-        comb.push_back({i + 0.0, length});
-        comb.push_back({i + 0.5, length});
+        comb.push_back({i + 0.0, teeth * 0.5});
+        comb.push_back({i + 0.5, teeth * 0.5});
         comb.push_back({i + 0.5, 0.75});
         comb.push_back({i + 1.0, 0.75});
     }
     comb.push_back({teeth * 0.5, 0});
     Poly across;
     for (const zk::TXY& p : comb)
-        across.push_back({teeth * 0.5 - p.y + 1.3, p.x * 0.49 + 1.1});
+        across.push_back({teeth * 0.765 - p.y, p.x * 0.49 + teeth * 0.387});
     return {comb, across};
 }
 

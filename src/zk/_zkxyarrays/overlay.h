@@ -2,6 +2,7 @@
 
 #include <zk/_zkxyz/records.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -34,6 +35,12 @@ struct Outline {
 // an area, or with a coordinate that is no finite number, comes out empty.
 void Prepare(std::span<const TXY> a, std::span<const TXY> b, Outline (&outlines)[2]);
 
+// Closed polygons one behind the other.
+struct Rings {
+    std::vector<TXY> points;
+    std::vector<std::size_t> ends;
+};
+
 class Overlay {
   public:
     // The outlines stay the caller's and are as Prepare makes them, neither of them empty.
@@ -50,7 +57,7 @@ class Overlay {
     bool Inside(int of) const { return inside_[of]; }
 
     // The outlines of the union or the intersection, in a fixed order. Outlines run counter-clockwise, holes clockwise.
-    std::vector<std::vector<TXY>> Trace(bool united);
+    Rings Trace(bool united);
 
   private:
     // A place on an outline where there is a node. Stops are sorted along the outline; stretch i goes from stop i to
@@ -111,10 +118,10 @@ class Overlay {
     void Choose(bool united);
     void PairEnds(const Node& node, bool united);
     End Partner(const End& arrived) const;
-    void TraceFrom(std::uint32_t stretch, std::vector<std::vector<TXY>>& rings);
-    void EmitNode(std::uint32_t node, bool straight, std::vector<std::vector<TXY>>& rings);
+    void TraceFrom(std::uint32_t stretch, Rings& rings);
+    void EmitNode(std::uint32_t node, bool straight, Rings& rings);
     void EmitVertices(const End& leaving);
-    void Finish(std::size_t from, std::vector<std::vector<TXY>>& rings);
+    void Finish(std::size_t from, Rings& rings);
 
     int SourceOf(std::uint32_t stretch) const { return stretch < stops_[0].size() ? 0 : 1; }
     std::uint32_t StretchOf(int of, std::uint32_t stop) const {

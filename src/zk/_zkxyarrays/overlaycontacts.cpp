@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <tuple>
+#include <numeric>
+#include <utility>
 
 namespace zk::detail {
 namespace {
@@ -155,20 +156,35 @@ void Overlay::CompleteContacts() {
     auto& points = contacts_;
     std::sort(points.begin(), points.end(), LessXY);
     points.erase(std::unique(points.begin(), points.end()), points.end());
+    // By x, as they are, and by y: an edge is looked up in the order in which it has fewer of them beside it.
+    std::vector<std::uint32_t> byY(points.size());
+    std::iota(byY.begin(), byY.end(), 0u);
+    std::ranges::sort(byY, {}, [&](std::uint32_t i) { return std::pair(points[i].y, points[i].x); });
+    const auto beside = [](const auto& order, double low, double high, auto coordinate) {
+        const auto begin = std::ranges::lower_bound(order, low, {}, coordinate);
+        const auto end = std::ranges::upper_bound(begin, order.end(), high, {}, coordinate);
+        return std::ranges::subrange(begin, end);
+    };
     for (int of = 0; of < 2; ++of) {
         const Outline& outline = *outlines_[of];
         for (std::uint32_t i = 0; i < outline.Count(); ++i) {
             const TXY& p = outline.work[i];
             const TXY& q = outline.work[outline.After(i)];
-            const double high = std::max(p.x, q.x);
-            const TXY low{std::min(p.x, q.x), -std::numeric_limits<double>::infinity()};
-            for (auto at = std::lower_bound(points.begin(), points.end(), low, LessXY);
-                 at != points.end() && at->x <= high; ++at) {
-                const bool atVertex = *at == p;
-                if (!atVertex && (*at == q || !Between(p, q, *at) || Orientation(p, q, *at) != 0))
-                    continue;
-                passing_[of].push_back({i, static_cast<std::uint32_t>(at - points.begin()), atVertex});
-            }
+            const auto consider = [&](std::uint32_t point) {
+                const TXY& at = points[point];
+                const bool atVertex = at == p;
+                if (atVertex || (!(at == q) && Between(p, q, at) && Orientation(p, q, at) == 0))
+                    passing_[of].push_back({i, point, atVertex});
+            };
+            const auto alongX = beside(points, std::min(p.x, q.x), std::max(p.x, q.x), &TXY::x);
+            const auto alongY =
+                beside(byY, std::min(p.y, q.y), std::max(p.y, q.y), [&](std::uint32_t k) { return points[k].y; });
+            if (alongX.size() <= alongY.size())
+                for (auto at = alongX.begin(); at != alongX.end(); ++at)
+                    consider(static_cast<std::uint32_t>(at - points.begin()));
+            else
+                for (const std::uint32_t point : alongY)
+                    consider(point);
         }
     }
     std::erase_if(crossings_, [&](std::uint64_t crossing) {

@@ -14,7 +14,7 @@ namespace {
 
 // A ring that goes there and back and surrounds nothing. The points are the caller's and of any size, so that those too
 // small for a product are enlarged.
-bool Flat(const std::vector<TXY>& ring) {
+bool Flat(std::span<const TXY> ring) {
     const TXY& first = ring[0];
     double size = 0;
     for (const TXY& p : ring)
@@ -124,25 +124,27 @@ Overlay::End Overlay::Partner(const End& arrived) const {
     return kept_[before.stretch] ? before : after;
 }
 
-void Overlay::Finish(std::size_t from, std::vector<std::vector<TXY>>& rings) {
-    std::vector<TXY> ring;
-    ring.reserve(ring_.size() - from);
+void Overlay::Finish(std::size_t from, Rings& rings) {
+    auto& points = rings.points;
+    const std::size_t begin = points.size();
     for (std::size_t i = from; i < ring_.size(); ++i) {
         const Emitted& emitted = ring_[i];
         if (emitted.node != None)
             seenAt_[emitted.node] = None;
-        if (!emitted.straight && (ring.empty() || !(ring.back() == emitted.point)))
-            ring.push_back(emitted.point);
+        if (!emitted.straight && (points.size() == begin || !(points.back() == emitted.point)))
+            points.push_back(emitted.point);
     }
     ring_.resize(from);
-    while (ring.size() > 1 && ring.back() == ring.front())
-        ring.pop_back();
-    if (ring.size() >= 3 && !Flat(ring))
-        rings.push_back(std::move(ring));
+    while (points.size() > begin + 1 && points.back() == points[begin])
+        points.pop_back();
+    if (points.size() - begin >= 3 && !Flat(std::span(points).subspan(begin)))
+        rings.ends.push_back(points.size());
+    else
+        points.resize(begin);
 }
 
 // A ring that comes back to a node it has passed falls into two there, so that none of them meets itself.
-void Overlay::EmitNode(std::uint32_t node, bool straight, std::vector<std::vector<TXY>>& rings) {
+void Overlay::EmitNode(std::uint32_t node, bool straight, Rings& rings) {
     const std::uint32_t seen = seenAt_[node];
     if (seen != None) {
         splitAtStart_ |= seen == 0;
@@ -172,7 +174,7 @@ void Overlay::EmitVertices(const End& leaving) {
     }
 }
 
-void Overlay::TraceFrom(std::uint32_t stretch, std::vector<std::vector<TXY>>& rings) {
+void Overlay::TraceFrom(std::uint32_t stretch, Rings& rings) {
     // Against the direction of the outline, which is clockwise.
     const End start{stretch, true};
     End leaving = start;
@@ -199,10 +201,10 @@ void Overlay::TraceFrom(std::uint32_t stretch, std::vector<std::vector<TXY>>& ri
     Finish(0, rings);
 }
 
-std::vector<std::vector<TXY>> Overlay::Trace(bool united) {
+Rings Overlay::Trace(bool united) {
     Choose(united);
     seenAt_.assign(nodes_.size(), None);
-    std::vector<std::vector<TXY>> rings;
+    Rings rings;
     for (int of = 0; of < 2; ++of) {
         const auto count = static_cast<std::uint32_t>(stops_[of].size());
         // From the last stop downwards; the stretch that wraps around comes last.

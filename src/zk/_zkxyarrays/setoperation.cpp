@@ -1,7 +1,9 @@
 #include <zk/_zkmath/inside.h>
 #include <zk/_zkxyarrays/overlay.h>
 #include <zk/_zkxyarrays/setoperation.h>
-#include <zk/_zkxyarrays/walk.h>
+
+#include <cstddef>
+#include <span>
 
 namespace zk {
 namespace {
@@ -40,8 +42,12 @@ void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, 
             Append(result, b.Items());
         return;
     }
-    for (const auto& ring : overlay.Trace(unite))
-        Append(result, ring);
+    const detail::Rings rings = overlay.Trace(unite);
+    std::size_t begin = 0;
+    for (const std::size_t end : rings.ends) {
+        Append(result, std::span(rings.points).subspan(begin, end - begin));
+        begin = end;
+    }
 }
 
 }  // namespace zk
