@@ -213,9 +213,18 @@ void Overlay::MakeNodesOfVertices() {
             stop.edge = passing.edge;
             stop.node = first + passing.point;
             stop.atVertex = passing.atVertex;
+            const Outline& outline = *outlines_[of];
+            if (stop.atVertex) {
+                nodes_[stop.node].given = outline.given[stop.edge];
+            } else {
+                const TXY& p = outline.work[stop.edge];
+                const TXY& q = outline.work[outline.After(stop.edge)];
+                const TXY& at = points[passing.point];
+                stop.place = std::fabs(q.x - p.x) > std::fabs(q.y - p.y) ? (at.x - p.x) / (q.x - p.x)
+                                                                         : (at.y - p.y) / (q.y - p.y);
+                stop.error = 2e-15;
+            }
             stops_[of].push_back(stop);
-            if (stop.atVertex)
-                nodes_[stop.node].given = outlines_[of]->given[stop.edge];
         }
 }
 
@@ -279,12 +288,10 @@ void Overlay::SortStops(int of) {
         const std::uint32_t begin = start[edge];
         const std::uint32_t end = start[edge + 1];
         keys.clear();
-        bool clear = true;
-        for (std::uint32_t i = begin; i < end; ++i) {
+        for (std::uint32_t i = begin; i < end; ++i)
             keys.push_back({sorted[i].place, i});
-            clear = clear && sorted[i].other != None;
-        }
-        if (clear && keys.size() > 1)
+        bool clear = true;
+        if (keys.size() > 1)
             std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.place < b.place; });
         for (std::size_t i = 1; clear && i < keys.size(); ++i)
             clear = keys[i].place - keys[i - 1].place > sorted[keys[i].index].error + sorted[keys[i - 1].index].error;
