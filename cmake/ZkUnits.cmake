@@ -55,4 +55,8 @@ function(zk_run_test name)
   endif()
   add_test(NAME ${name} COMMAND ${test_TARGET} ${arguments})
   set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${test_ENVIRONMENT}")
+  if("QT_QPA_PLATFORM=xcb" IN_LIST test_ENVIRONMENT)
+    # Tests look at the screen, so two of them cannot have windows on it at once, however many run in parallel.
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
+  endif()
 endfunction()
