@@ -1,6 +1,7 @@
 #include "glrecorder.h"
 
 #include <GL/gl.h>
+#include <GL/glu.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -263,3 +264,51 @@ extern "C" void GLAPIENTRY glTexImage2D(GLenum target, GLint level, GLint compon
     record("glTexImage2D", target, level, components, width, height, border, format, type);
     real(target, level, components, width, height, border, format, type, pixels);
 }
+
+// --- GLU: quadrics are numbered from 1 while they live ----------------------------------------------------------
+
+namespace {
+
+std::map<const GLUquadric*, int>& quadrics() {
+    static std::map<const GLUquadric*, int> numbers;
+    return numbers;
+}
+
+}  // namespace
+
+// A reference to something of GLU that is not replaced here: without one a linker leaves the library out.
+[[gnu::used]] const auto keepGlu = &gluGetString;
+
+#define PASS_GLU(name, parameters, arguments, ...)                  \
+    extern "C" void GLAPIENTRY name parameters {                    \
+        static const auto real = REAL(name);                        \
+        record(#name, quadrics()[quad] __VA_OPT__(, ) __VA_ARGS__); \
+        real arguments;                                             \
+    }
+
+extern "C" GLUquadric* GLAPIENTRY gluNewQuadric() {
+    static const auto real = REAL(gluNewQuadric);
+    GLUquadric* quadric = real();
+    const int number = int(quadrics().size()) + 1;
+    quadrics()[quadric] = number;
+    return quadric;
+}
+
+extern "C" void GLAPIENTRY gluDeleteQuadric(GLUquadric* quad) {
+    static const auto real = REAL(gluDeleteQuadric);
+    record("gluDeleteQuadric", quadrics()[quad]);
+    quadrics().erase(quad);
+    real(quad);
+}
+
+PASS_GLU(gluQuadricOrientation, (GLUquadric * quad, GLenum orientation), (quad, orientation), int(orientation))
+PASS_GLU(gluQuadricTexture, (GLUquadric * quad, GLboolean on), (quad, on), int(on))
+PASS_GLU(gluSphere, (GLUquadric * quad, GLdouble radius, GLint slices, GLint stacks), (quad, radius, slices, stacks),
+         radius, slices, stacks)
+PASS_GLU(gluCylinder, (GLUquadric * quad, GLdouble base, GLdouble top, GLdouble height, GLint slices, GLint stacks),
+         (quad, base, top, height, slices, stacks), base, top, height, slices, stacks)
+PASS_GLU(gluDisk, (GLUquadric * quad, GLdouble inner, GLdouble outer, GLint slices, GLint loops),
+         (quad, inner, outer, slices, loops), inner, outer, slices, loops)
+PASS_GLU(gluPartialDisk,
+         (GLUquadric * quad, GLdouble inner, GLdouble outer, GLint slices, GLint loops, GLdouble start, GLdouble sweep),
+         (quad, inner, outer, slices, loops, start, sweep), inner, outer, slices, loops, start, sweep)

@@ -44,14 +44,20 @@ TXYZ Strtoxyz(const QString& S) {
     return {values[0], values[1], values[2]};
 }
 
-bool CheckStrtoxyz(const QString& S) {
+bool TryStrtoxyz(const QString& S, TXYZ& P) {
     const TPieces pieces = piecesOf(S);
-    for (const QString& piece : pieces) {
-        double value = 0;
-        if (!TryStrToFloat(piece, value))  // an empty piece is no number either
+    std::array<double, 3> values{};
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        if (!TryStrToFloat(pieces[i], values[i]))  // an empty piece is no number either
             return false;
     }
+    P = {values[0], values[1], values[2]};
     return true;
+}
+
+bool CheckStrtoxyz(const QString& S) {
+    TXYZ point;
+    return TryStrtoxyz(S, point);
 }
 
 void Separate(const QString& S, const QString& Sep1, const QString& Sep2, const QString& Sep3,

@@ -17,6 +17,9 @@ QString xyztoStr(const TXYZ& P);
 /// or malformed number raises `EConvertError`, whose message names the text and the bad piece.
 TXYZ Strtoxyz(const QString& S);
 
+/// The same for texts that may be no point: false, and `P` untouched, instead of an error.
+bool TryStrtoxyz(const QString& S, TXYZ& P);
+
 /// True if `Strtoxyz` takes the text. Never raises.
 bool CheckStrtoxyz(const QString& S);
 

@@ -238,6 +238,23 @@ class TZkOglCanvas : public TZKDevice {
     /// Does nothing: translucency is the material's own, in the alpha of its diffuse colour.
     void SetTranslucent(double translucency);
 
+    // --- quadrics (canvas_quadrics.cpp) ---
+    //
+    // GLU's solids, with normals and texture coordinates, at the origin of the model coordinates in force, fronts
+    // outwards. Radii and heights in centimetres, angles in degrees. GLU draws nothing where it refuses an argument
+    // (less than 2 slices or 1 stack or loop, negative radii), and at most 239 slices; stacks and loops end at 1000.
+
+    /// As many stacks as slices.
+    void Sphere(double radius, int slices);
+    /// From z = 0 to `height`, closed by a disk at either end; a radius of 0 makes a tip. The disks have as many loops
+    /// as slices.
+    void Cylinder(double baseRadius, double topRadius, double height, int slices, int stacks);
+    /// A disk in the plane z = 0, seen from above; a ring if the inner radius is not 0.
+    void Disk(double innerRadius, double outerRadius, int slices, int loops);
+    /// The sector of `sweepAngle` from `startAngle` on, measured from the y axis towards the x axis.
+    void PartialDisk(double innerRadius, double outerRadius, int slices, int loops, double startAngle,
+                     double sweepAngle);
+
     // --- lights (canvas_lights.cpp) ---
 
     void AddLight(Tlight* light) override;
