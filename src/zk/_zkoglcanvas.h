@@ -13,4 +13,5 @@
 #include <zk/_zkoglcanvas/oglpolyattributes.h>
 #include <zk/_zkoglcanvas/ogltexture.h>
 #include <zk/_zkoglcanvas/polygonmode.h>
+#include <zk/_zkoglcanvas/refscene.h>
 #include <zk/_zkoglcanvas/scene.h>

@@ -90,9 +90,9 @@ void TZKOglScene::SetVisible(bool visible) {
     TDisplayList::SetVisible(visible);
     if (!canvas_ || !canvas_->CheckCurrent())
         return;
-    if (glIsList(list_)) {
-        // The list runs once outside the paint cycle. Shapes that are turned about a line off the origin leave the
-        // matrix changed; the view must not keep that.
+    if (!canvas_->IsPainting() && glIsList(list_)) {
+        // The list runs once outside the paint cycle; within one it would show, wherever the matrix is. Shapes that are
+        // turned about a line off the origin leave the matrix changed; the view must not keep that.
         const Tmatrix matrix = canvas_->GetOglModelMatrix();
         glCallList(list_);
         canvas_->SetOglModelMatrix(matrix);

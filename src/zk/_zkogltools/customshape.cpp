@@ -205,8 +205,9 @@ void TCustomShape::Play() {
     });
     if (std::fabs(scale_) > smallestScale)
         canvas->SetUnitsPerCm(units * scale_);
-    // What a pick must not see is not drawn in it: its geometry would count as that of the shape named before.
-    if (nohit_ && canvas->IsSelecting())
+    // What a pick must not see is not drawn in it: its geometry would count as that of the shape named before. A copy
+    // is meant to count as that.
+    if (nohit_ && !playedAsCopy_ && canvas->IsSelecting())
         return;
     Doplay();
     if (self)
@@ -214,6 +215,34 @@ void TCustomShape::Play() {
 }
 
 void TCustomShape::Doplay() {}
+
+void TCustomShape::PlayCopy(TCustomShape& shape, bool visible) {
+    const QPointer<TCustomShape> copied = &shape;
+    const bool wasVisible = shape.visible_;
+    const bool wasNohit = shape.nohit_;
+    const bool wasCopy = shape.playedAsCopy_;
+    // Each change marks the scene of the copied shape for compilation. A pick must not do that.
+    const auto show = [&copied](bool on) {
+        if (const TZkOglCanvas* canvas = copied->GetZkOglcanvas(); canvas && canvas->IsSelecting())
+            copied->visible_ = on;
+        else
+            copied->SetVisible(on);
+    };
+    const auto restore = qScopeGuard([&] {
+        if (!copied)
+            return;
+        copied->playedAsCopy_ = wasCopy;
+        copied->SetNohit(wasNohit);
+        show(wasVisible);
+    });
+    show(visible);
+    if (copied)
+        copied->SetNohit(true);
+    if (copied) {
+        copied->playedAsCopy_ = true;
+        copied->Play();
+    }
+}
 
 // --- the mouse ------------------------------------------------------------------------------------------------------
 

@@ -104,6 +104,11 @@ class TCustomShape : public TZkShape, public HitTarget {
     void OnMouseMove(QObject* sender, zk::TShiftState shift, int x, int y);
     void OnMouseUp(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
 
+  protected:
+    /// Plays `shape` for a shape that draws it as its own geometry: visible as told, and never named for picking, so
+    /// that a click on it is a click on the shape that is being played. `shape` is left as it was.
+    static void PlayCopy(TCustomShape& shape, bool visible);
+
   private:
     TXYZ translation_{0, 0, 0};
     TGerade drehGerade_{{0, 0, 0}, {0, 0, 1}};
@@ -113,6 +118,7 @@ class TCustomShape : public TZkShape, public HitTarget {
     bool parentAttributes_ = false;
     double scale_ = 1.0;
     bool nohit_ = false;
+    bool playedAsCopy_ = false;
     int changeCount_ = 0;
     bool changing_ = false;
 };
