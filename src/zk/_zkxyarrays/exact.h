@@ -25,15 +25,17 @@ inline Turn RoughTurn(const TXY& a, const TXY& b, const TXY& c) {
 // The same, exact but for one rounding of the result, whose sign is exact.
 double ExactTurn(const TXY& a, const TXY& b, const TXY& c);
 
-// 1 where a, b, c run counter-clockwise with y up, -1 clockwise, 0 on a line.
-inline int Orientation(const TXY& a, const TXY& b, const TXY& c) {
-    const Turn rough = RoughTurn(a, b, c);
+// 1 where a, b, c run counter-clockwise with y up, -1 clockwise, 0 on a line. rough is their RoughTurn.
+inline int Orientation(const Turn& rough, const TXY& a, const TXY& b, const TXY& c) {
     if (rough.value > rough.error)
         return 1;
     if (rough.value < -rough.error)
         return -1;
     const double exact = ExactTurn(a, b, c);
     return (exact > 0) - (exact < 0);
+}
+inline int Orientation(const TXY& a, const TXY& b, const TXY& c) {
+    return Orientation(RoughTurn(a, b, c), a, b, c);
 }
 
 // -1 where, on the way from p0 to p1, the line q0-q1 is crossed before the line r0-r1, 1 where after, 0 in the same

@@ -1,12 +1,16 @@
 #include <zk/_zkmath/inside.h>
 #include <zk/_zkxyarrays/overlay.h>
 #include <zk/_zkxyarrays/setoperation.h>
+#include <zk/_zkxyz/errors.h>
 
 #include <cstddef>
 #include <span>
 
 namespace zk {
 namespace {
+
+// How often outlines that do not fit together are split where they cross themselves.
+constexpr int MostRounds = 6;
 
 void Append(TlistOFXYArray& list, std::span<const TXY> points) {
     ArrayAddData(*list.AddArray(), static_cast<int>(points.size()), points.data());
@@ -23,16 +27,9 @@ void WithoutArea(const TXYARRAY& a, const TXYARRAY& b, const detail::Outline (&o
     }
 }
 
-}  // namespace
-
-void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, bool unite) {
-    detail::Outline outlines[2];
-    detail::Prepare(a.Items(), b.Items(), outlines);
-    if (outlines[0].work.empty() || outlines[1].work.empty()) {
-        if (unite)
-            WithoutArea(a, b, outlines, result);
-        return;
-    }
+// Appends all of the result, or throws EError and appends nothing.
+void Append(const TXYARRAY& a, const TXYARRAY& b, const detail::Outline (&outlines)[2], TlistOFXYArray& result,
+            bool unite) {
     detail::Overlay overlay(outlines);
     overlay.Lay();
     if (!overlay.Crosses()) {
@@ -47,6 +44,27 @@ void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, 
     for (const std::size_t end : rings.ends) {
         Append(result, std::span(rings.points).subspan(begin, end - begin));
         begin = end;
+    }
+}
+
+}  // namespace
+
+void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, bool unite) {
+    detail::Outline outlines[2];
+    detail::Prepare(a.Items(), b.Items(), outlines);
+    if (outlines[0].work.empty() || outlines[1].work.empty()) {
+        if (unite)
+            WithoutArea(a, b, outlines, result);
+        return;
+    }
+    for (int round = 0;; ++round) {
+        try {
+            Append(a, b, outlines, result, unite);
+            return;
+        } catch (const EError&) {
+            if (round == MostRounds || !detail::SplitWhereShared(outlines))
+                throw;
+        }
     }
 }
 

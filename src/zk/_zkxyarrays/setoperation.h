@@ -9,8 +9,7 @@ namespace zk {
 // array of its own; what result holds already stays. The polygons may run either way round.
 //
 // - Outlines run counter-clockwise in a frame with y up, holes clockwise; they come in a fixed order that depends on
-// the
-//   input only. A hole is an array like any other: the areas of all arrays with their signs add up to the area.
+//   the input only. A hole is an array like any other: the areas of all arrays with their signs add up to the area.
 // - Where the outlines do not cross, but at most touch: copies of the polygons as they are, in the direction they have.
 //   For the union those that are not inside the other; for the intersection the one that is. One inside the other thus
 //   gives one of the two, and disjoint ones both or nothing.
@@ -27,9 +26,10 @@ namespace zk {
 // A polygon of a single point only is still copied into the union where that point is not inside the other. Coordinates
 // smaller than 1e-138 of the largest one are rounded for the decisions.
 //
-// Throws EError("stack error"), and appends nothing, where the stretches of the outlines cannot be joined to closed
-// ones. That takes two polygons that cross themselves on a stretch that they share. Safe to call from several threads
-// at once, on different lists.
+// Where a polygon crosses itself on a stretch that it shares with the other one, both get a vertex at the rounded
+// crossing point, and what is on either side of it is off by that rounding. Throws EError("stack error"), and appends
+// nothing, where the stretches of the outlines cannot be joined to closed ones even after several rounds of this; no
+// input is known that does it. Safe to call from several threads at once, on different lists.
 void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, bool unite);
 
 }  // namespace zk
