@@ -3,6 +3,7 @@
 // them and the largest inputs are left out. Times include everything from the caller's points to the result in the
 // library's own form; converting the input into that form is not counted for a peer, though it is for this library,
 // whose input is plain points.
+#include "earclipping.h"
 #include "polygon_inputs.h"
 
 #include <zk/_zkmath/inside.h>
@@ -268,7 +269,9 @@ void SetOperations() {
 }
 
 void ConvexPieces() {
-    std::printf("\nConvex pieces, microseconds\n%-34s %13s %10s %10s\n", "", "ours", "pieces", "triangles");
+    std::printf("\nConvex pieces, microseconds and pieces; ratio: ours to ear clipping and merging (earclipping.h)\n");
+    std::printf("%-34s %10s %8s %16s %8s %8s %8s\n", "", "ours", "pieces", "ears and merging", "pieces", "ratio",
+                "ratio");
     for (const auto& [n, holes] : {std::pair{1000, 10}, std::pair{10000, 100}}) {
         const inputs::FaceInput input = inputs::Face(n, holes);
         TlistOFxyzArray face;
@@ -288,9 +291,27 @@ void ConvexPieces() {
             DOConvex(face, out);
             pieces = out.Count();
         });
+        std::size_t theirs = 0;
+        const double theirTime = Time([&] { theirs = earclipping::Cutter().Run(input); });
         const std::string name = std::to_string(n) + " vertices, " + std::to_string(holes) + " holes of 20";
-        std::printf("%-34s %13.1f %10d %10d\n", name.c_str(), time, pieces, n + 20 * holes + 2 * holes - 2);
+        std::printf("%-34s %10.1f %8d %16.1f %8zu %8.2f %8.3f\n", name.c_str(), time, pieces, theirTime, theirs,
+                    time / theirTime, pieces / static_cast<double>(theirs));
     }
+}
+
+// Where the work grows like n log n, the last column stays the same.
+void Growth() {
+    std::printf("\nGrowth of an intersection, n vertices in both together\n%-20s %9s %13s %22s\n", "", "n",
+                "microseconds", "ns per n log2 n");
+    const auto row = [](const char* name, const Pair& pair) {
+        const double n = static_cast<double>(pair.first.size() + pair.second.size());
+        const double time = Ours(pair).time;
+        std::printf("%-20s %9.0f %13.1f %22.2f\n", name, n, time, 1000 * time / (n * std::log2(n)));
+    };
+    for (const int n : {1000, 4000, 16000, 64000})
+        row("stars", inputs::Stars(n));
+    for (const int doublings : {4, 6, 8, 10})
+        row("coastlines", inputs::Coastlines(doublings));
 }
 
 void InsideTests() {
@@ -380,6 +401,8 @@ int main(int argc, char** argv) {
     SetMessageHandler([](const std::string&) {});
     Memory();
     SetOperations();
+    if (!quick)
+        Growth();
     ConvexPieces();
     InsideTests();
 }

@@ -96,9 +96,9 @@ inline Poly Island(int doublings, zk::TXY centre, unsigned seed) {
     return p;
 }
 
-// 10,368 vertices, running beside each other for most of the way.
-inline Pair Coastlines() {
-    return {Island(6, {0, 0}, 5), Island(6, {0.002, 0.003}, 6)};
+// Running beside each other for most of the way; 10,368 vertices in both together with six doublings.
+inline Pair Coastlines(int doublings = 6) {
+    return {Island(doublings, {0, 0}, 5), Island(doublings, {0.002, 0.003}, 6)};
 }
 
 struct FaceInput {

@@ -229,10 +229,10 @@ TEST(SetOperation, CrossingOneselfOnASharedStretch) {
     } catch (const EError& e) {
         EXPECT_STREQ(e.what(), "stack error");
     }
-    EXPECT_TRUE(detail::SplitWhereShared(outlines));
+    EXPECT_TRUE(detail::SplitWhereShared(outlines, 52));
     EXPECT_EQ(outlines[0].Count(), 6u);
     EXPECT_EQ(outlines[1].Count(), 5u);
-    EXPECT_FALSE(detail::SplitWhereShared(outlines));
+    EXPECT_FALSE(detail::SplitWhereShared(outlines, 52));
     const auto united = Combine(a, b, true);
     const auto common = Combine(a, b, false);
     std::mt19937 random(1);

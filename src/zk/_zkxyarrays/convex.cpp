@@ -1,6 +1,9 @@
 #include <zk/_zkxyarrays/convex.h>
 #include <zk/_zkxyarrays/face.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace zk {
@@ -8,12 +11,13 @@ namespace {
 
 void Append(detail::Face& face, TlistOFxyzArray& out) {
     face.JoinHoles();
-    std::vector<TXYZ> points;
-    for (const auto& piece : detail::CutConvex(face)) {
-        points.clear();
-        for (const std::uint32_t v : piece)
-            points.push_back(face.vertices[v].point);
-        ArrayAddData(*out.AddArray(), static_cast<int>(points.size()), points.data());
+    const detail::Pieces pieces = detail::CutConvex(face);
+    std::vector<TXYZ> points(pieces.vertices.size());
+    std::ranges::transform(pieces.vertices, points.begin(), [&](std::uint32_t v) { return face.vertices[v].point; });
+    std::size_t begin = 0;
+    for (const std::size_t end : pieces.ends) {
+        ArrayAddData(*out.AddArray(), static_cast<int>(end - begin), points.data() + begin);
+        begin = end;
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace zk::detail {
@@ -13,36 +14,80 @@ constexpr std::uint32_t None = 0xffffffff;
 // How far a vertex may turn the wrong way and still pass for straight, as the sine of the angle.
 constexpr double Straight = 1e-12;
 
-// Vertices at which the ring does not turn left, by place. Only they can be in the way of a triangle. They get fewer.
+// Vertices at which the ring does not turn left, by place. Only they can be in the way of a triangle. They get fewer,
+// and the triangles larger: the cells, too, are made larger from time to time.
 class Blockers {
   public:
     Blockers(const Face& face, const std::vector<std::uint32_t>& ring, const std::vector<std::uint8_t>& blocks);
 
     void Remove(std::uint32_t v);
 
-    // Whether in(v) is true for any blocker v with low <= v <= high.
+    // Whether in(p) is true for the place p of any blocker in the cells that a triangle is in. in must be false for a p
+    // that is no number: that is what becomes of those that block no more.
     template <class In>
-    bool Any(const TXY& low, const TXY& high, In in) const {
-        if (all_.empty())
-            return false;
+    bool Any(const TXY& a, const TXY& b, const TXY& c, In in) const {
+        const TXY low{std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y})};
+        const TXY high{std::max({a.x, b.x, c.x}), std::max({a.y, b.y, c.y})};
         const int c0 = Cell(low.x - low_.x, perWidth_);
         const int c1 = Cell(high.x - low_.x, perWidth_);
         const int r0 = Cell(low.y - low_.y, perHeight_);
         const int r1 = Cell(high.y - low_.y, perHeight_);
-        if (static_cast<std::size_t>(c1 - c0 + 1) * static_cast<std::size_t>(r1 - r0 + 1) > all_.size())
-            return std::ranges::any_of(all_, in);
+        const bool many = (c1 - c0) * (r1 - r0) > 3;
+        const Side sides[3] = {SideOf(a, b), SideOf(b, c), SideOf(c, a)};
         for (int r = r0; r <= r1; ++r) {
-            const std::size_t row = static_cast<std::size_t>(r) * static_cast<std::size_t>(side_);
-            for (std::size_t cell = row + static_cast<std::size_t>(c0); cell <= row + static_cast<std::size_t>(c1);
-                 ++cell)
-                for (std::uint32_t k = start_[cell]; k < start_[cell] + count_[cell]; ++k)
-                    if (in(entries_[k]))
+            int first = c0;
+            int last = c1;
+            if (many) {
+                double from = side_;
+                double to = 0;
+                for (const Side& side : sides)
+                    side.Extend(r - Slack, r + 1 + Slack, from, to);
+                first = std::max(c0, Cell(from - Slack, 1));
+                last = std::min(c1, Cell(to + Slack, 1));
+            }
+            const std::uint32_t* const row =
+                start_.data() + static_cast<std::size_t>(r) * static_cast<std::size_t>(side_);
+            if (first <= last)
+                for (std::uint32_t k = row[first]; k < row[last + 1]; ++k)
+                    if (in(entries_[k].p))
                         return true;
         }
         return false;
     }
 
   private:
+    struct Entry {
+        TXY p;
+        std::uint32_t v;
+    };
+    // How far beside a cell something is still taken for inside, in cells. Rounding stays far below that.
+    static constexpr double Slack = 1e-3;
+    // A side of a triangle, upwards, in cells.
+    struct Side {
+        double x0, y0, x1, y1, slope;
+
+        // What it passes between two heights.
+        void Extend(double bottom, double top, double& from, double& to) const {
+            if (y0 > top || y1 < bottom)
+                return;
+            const bool level = y1 - y0 < Slack;
+            const double xa = level || bottom <= y0 ? x0 : x0 + (bottom - y0) * slope;
+            const double xb = level || top >= y1 ? x1 : x0 + (top - y0) * slope;
+            from = std::min({from, xa, xb});
+            to = std::max({to, xa, xb});
+        }
+    };
+
+    Side SideOf(const TXY& p, const TXY& q) const {
+        const bool up = p.y <= q.y;
+        const TXY& low = up ? p : q;
+        const TXY& high = up ? q : p;
+        Side side{(low.x - low_.x) * perWidth_, (low.y - low_.y) * perHeight_, (high.x - low_.x) * perWidth_,
+                  (high.y - low_.y) * perHeight_, 0};
+        side.slope = (side.x1 - side.x0) / (side.y1 - side.y0);
+        return side;
+    }
+    void Sort();
     int Cell(double offset, double per) const {
         const double at = offset * per;
         return at >= side_ ? side_ - 1 : at > 0 ? static_cast<int>(at) : 0;
@@ -57,90 +102,121 @@ class Blockers {
     int side_ = 1;
     double perWidth_ = 0;
     double perHeight_ = 0;
-    std::vector<std::uint32_t> start_, count_, entries_;
-    std::vector<std::uint32_t> all_;
-    std::vector<std::uint32_t> indexInAll_;
+    std::vector<std::uint32_t> start_;  // of each cell in entries_
+    std::vector<Entry> entries_;
+    std::vector<std::uint8_t> blocks_;  // by vertex
+    std::size_t count_ = 0;
 };
 
 Blockers::Blockers(const Face& face, const std::vector<std::uint32_t>& ring, const std::vector<std::uint8_t>& blocks)
-    : face_(face) {
+    : face_(face), blocks_(blocks) {
+    for (const std::uint32_t v : ring)
+        if (blocks[v])
+            entries_.push_back({face.vertices[v].flat, v});
+    Sort();
+}
+
+void Blockers::Sort() {
+    const std::vector<Entry> entries = std::move(entries_);
+    entries_.clear();
+    count_ = 0;
     TXY high{};
-    indexInAll_.assign(face.vertices.size(), None);
-    for (const std::uint32_t v : ring) {
-        if (!blocks[v])
+    for (const Entry& entry : entries) {
+        if (!blocks_[entry.v])
             continue;
-        const TXY& p = face.vertices[v].flat;
-        low_ = all_.empty() ? p : TXY{std::min(low_.x, p.x), std::min(low_.y, p.y)};
-        high = all_.empty() ? p : TXY{std::max(high.x, p.x), std::max(high.y, p.y)};
-        indexInAll_[v] = static_cast<std::uint32_t>(all_.size());
-        all_.push_back(v);
+        const TXY& p = entry.p;
+        low_ = count_ == 0 ? p : TXY{std::min(low_.x, p.x), std::min(low_.y, p.y)};
+        high = count_ == 0 ? p : TXY{std::max(high.x, p.x), std::max(high.y, p.y)};
+        ++count_;
     }
     // Most vertices are along the outline, so that most cells are empty.
-    side_ = std::max(1, static_cast<int>(2.5 * std::sqrt(static_cast<double>(all_.size()))));
+    side_ = std::max(1, static_cast<int>(2 * std::sqrt(static_cast<double>(count_))));
     perWidth_ = high.x > low_.x ? side_ / (high.x - low_.x) : 0;
     perHeight_ = high.y > low_.y ? side_ / (high.y - low_.y) : 0;
     start_.assign(static_cast<std::size_t>(side_) * static_cast<std::size_t>(side_) + 1, 0);
-    for (const std::uint32_t v : all_)
-        ++start_[CellOf(face.vertices[v].flat) + 1];
+    for (const Entry& entry : entries)
+        if (blocks_[entry.v])
+            ++start_[CellOf(entry.p)];
     std::partial_sum(start_.begin(), start_.end(), start_.begin());
-    count_.assign(start_.size(), 0);
-    entries_.resize(all_.size());
-    for (const std::uint32_t v : all_) {
-        const std::size_t cell = CellOf(face.vertices[v].flat);
-        entries_[start_[cell] + count_[cell]++] = v;
-    }
+    entries_.resize(start_.back());
+    // Filled from the end, so that each start comes to rest where its cell begins.
+    for (std::size_t i = entries.size(); i-- > 0;)
+        if (blocks_[entries[i].v])
+            entries_[--start_[CellOf(entries[i].p)]] = entries[i];
 }
 
 void Blockers::Remove(std::uint32_t v) {
-    const std::uint32_t index = indexInAll_[v];
-    if (index == None)
+    if (!blocks_[v])
         return;
-    indexInAll_[v] = None;
-    if (all_.back() != v) {
-        all_[index] = all_.back();
-        indexInAll_[all_[index]] = index;
-    }
-    all_.pop_back();
-    const std::size_t cell = CellOf(face_.vertices[v].flat);
-    const std::uint32_t last = start_[cell] + --count_[cell];
-    for (std::uint32_t k = start_[cell]; k < last; ++k)
-        if (entries_[k] == v)
-            std::swap(entries_[k], entries_[last]);
+    blocks_[v] = 0;
+    std::uint32_t k = start_[CellOf(face_.vertices[v].flat)];
+    while (entries_[k].v != v)
+        ++k;
+    constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+    entries_[k].p = {NaN, NaN};
+    if (2 * --count_ < entries_.size() && entries_.size() > 64)
+        Sort();
 }
 
 // Triangles cut off one by one, as a mesh of edges that each belong to the piece on their left.
 class Mesh {
   public:
-    explicit Mesh(Face& face) : face_(face), across_(face.vertices.size(), None) {}
+    explicit Mesh(Face& face);
 
     // The triangle at v, which leaves the ring.
     void Cut(std::uint32_t v);
     // v leaves the ring without a triangle.
     void Drop(std::uint32_t v);
-    // Joins pieces across every cut that leaves them convex.
+    // Turns diagonals where the other one of the two triangles is of more use for convex pieces.
+    void Improve();
+    // Joins pieces across every cut that leaves them convex, the least useful first.
     void Merge();
-    std::vector<std::vector<std::uint32_t>> Pieces() const;
+    Pieces Take() const;
 
   private:
     struct Edge {
         std::uint32_t origin;
         std::uint32_t next, previous;
         std::uint32_t twin;
+        std::uint8_t use;
         bool gone;
     };
+    // A vertex where the ring turns right, with the neighbours that it had at first.
+    struct Notch {
+        std::uint32_t previous = None, next = None;
+    };
 
-    std::uint32_t AddEdge(std::uint32_t origin, std::uint32_t twin);
+    std::uint32_t AddEdge(std::uint32_t origin);
+    bool Divides(std::uint32_t notch, std::uint32_t to) const;
+    std::uint8_t Use(std::uint32_t edge) const;
     bool StaysConvex(std::uint32_t in, std::uint32_t out) const;
+    void Link(std::uint32_t a, std::uint32_t b) {
+        edges_[a].next = b;
+        edges_[b].previous = a;
+    }
     const TXY& At(std::uint32_t edge) const { return face_.vertices[edges_[edge].origin].flat; }
 
     Face& face_;
     std::vector<Edge> edges_;
     std::vector<std::uint32_t> across_;  // what is cut off beyond the edge that starts at a vertex
+    std::vector<Notch> notches_;         // by vertex
 };
 
-std::uint32_t Mesh::AddEdge(std::uint32_t origin, std::uint32_t twin) {
+Mesh::Mesh(Face& face) : face_(face), across_(face.vertices.size(), None), notches_(face.vertices.size()) {
+    edges_.reserve(3 * face.vertices.size());
+    for (std::uint32_t v = 0; v < face.vertices.size(); ++v) {
+        const std::uint32_t p = face.vertices[v].previous;
+        const std::uint32_t n = face.vertices[v].next;
+        if (RoughTurn(face.vertices[p].flat, face.vertices[v].flat, face.vertices[n].flat).value < 0)
+            notches_[v] = {p, n};
+    }
+}
+
+// The edge of a new triangle that runs along what is left of the ring at origin.
+std::uint32_t Mesh::AddEdge(std::uint32_t origin) {
     const auto edge = static_cast<std::uint32_t>(edges_.size());
-    edges_.push_back({origin, None, None, twin, false});
+    const std::uint32_t twin = across_[origin];
+    edges_.push_back({origin, None, None, twin, 0, false});
     if (twin != None)
         edges_[twin].twin = edge;
     return edge;
@@ -149,15 +225,18 @@ std::uint32_t Mesh::AddEdge(std::uint32_t origin, std::uint32_t twin) {
 void Mesh::Cut(std::uint32_t v) {
     const std::uint32_t a = face_.vertices[v].previous;
     const std::uint32_t c = face_.vertices[v].next;
-    const bool last = face_.vertices[c].next == a;
-    const std::uint32_t ab = AddEdge(a, across_[a]);
-    const std::uint32_t bc = AddEdge(v, across_[v]);
-    const std::uint32_t ca = AddEdge(c, last ? across_[c] : None);
-    const std::uint32_t triangle[3] = {ab, bc, ca};
-    for (int i = 0; i < 3; ++i) {
-        edges_[triangle[i]].next = triangle[(i + 1) % 3];
-        edges_[triangle[i]].previous = triangle[(i + 2) % 3];
+    const std::uint32_t ab = AddEdge(a);
+    const std::uint32_t bc = AddEdge(v);
+    std::uint32_t ca = None;
+    if (face_.vertices[c].next == a) {
+        ca = AddEdge(c);
+    } else {
+        ca = static_cast<std::uint32_t>(edges_.size());
+        edges_.push_back({c, None, None, None, 0, false});
     }
+    Link(ab, bc);
+    Link(bc, ca);
+    Link(ca, ab);
     across_[a] = ca;
     face_.vertices[a].next = c;
     face_.vertices[c].previous = a;
@@ -171,46 +250,99 @@ void Mesh::Drop(std::uint32_t v) {
     face_.vertices[c].previous = a;
 }
 
+// Whether a cut from a notch to that vertex leaves it convex on both sides, so that no other cut is needed there.
+bool Mesh::Divides(std::uint32_t notch, std::uint32_t to) const {
+    const Notch& n = notches_[notch];
+    if (n.previous == None)
+        return false;
+    const TXY& at = face_.vertices[notch].flat;
+    const TXY& q = face_.vertices[to].flat;
+    return RoughTurn(face_.vertices[n.previous].flat, at, q).value >= 0 &&
+           RoughTurn(q, at, face_.vertices[n.next].flat).value >= 0;
+}
+
+// How many notches a cut divides.
+std::uint8_t Mesh::Use(std::uint32_t edge) const {
+    const std::uint32_t u = edges_[edge].origin;
+    const std::uint32_t v = edges_[edges_[edge].next].origin;
+    return static_cast<std::uint8_t>(Divides(u, v) + Divides(v, u));
+}
+
+void Mesh::Improve() {
+    for (std::uint32_t e = 0; e < edges_.size(); ++e)
+        if (edges_[e].twin != None && e < edges_[e].twin)
+            edges_[e].use = Use(e);
+    // Each turn makes others possible; most of what can be had comes with the first rounds.
+    constexpr int Rounds = 2;
+    for (int round = 0; round < Rounds; ++round)
+        for (std::uint32_t e = 0; e < edges_.size(); ++e) {
+            const std::uint32_t t = edges_[e].twin;
+            if (t == None || t < e)
+                continue;
+            const std::uint32_t eNext = edges_[e].next;
+            const std::uint32_t ePrevious = edges_[e].previous;
+            const std::uint32_t tNext = edges_[t].next;
+            const std::uint32_t tPrevious = edges_[t].previous;
+            const std::uint32_t x = edges_[ePrevious].origin;
+            const std::uint32_t y = edges_[tPrevious].origin;
+            const auto use = static_cast<std::uint8_t>(Divides(x, y) + Divides(y, x));
+            if (use <= edges_[e].use)
+                continue;
+            if (Orientation(At(tPrevious), At(eNext), At(ePrevious)) <= 0 ||
+                Orientation(At(ePrevious), At(e), At(tPrevious)) <= 0)
+                continue;
+            edges_[e].origin = y;
+            edges_[t].origin = x;
+            edges_[e].use = use;
+            Link(e, ePrevious);
+            Link(ePrevious, tNext);
+            Link(tNext, e);
+            Link(t, tPrevious);
+            Link(tPrevious, eNext);
+            Link(eNext, t);
+        }
+}
+
 // The corner from edge in to edge out.
 bool Mesh::StaysConvex(std::uint32_t in, std::uint32_t out) const {
     const TXY& p = At(in);
     const TXY& v = At(out);
     const TXY& n = At(edges_[out].next);
     const Turn turn = RoughTurn(p, v, n);
+    if (turn.value >= 0)
+        return true;
     const double length2 = ((v.x - p.x) * (v.x - p.x) + (v.y - p.y) * (v.y - p.y)) *
                            ((n.x - v.x) * (n.x - v.x) + (n.y - v.y) * (n.y - v.y));
     return turn.value >= -Straight * std::sqrt(length2);
 }
 
+// Cuts meet the outline at both of their ends, so that no piece can come to meet itself.
 void Mesh::Merge() {
-    for (std::uint32_t e = 0; e < edges_.size(); ++e) {
-        const std::uint32_t t = edges_[e].twin;
-        if (t == None || edges_[e].gone)
-            continue;
-        if (!StaysConvex(edges_[e].previous, edges_[t].next) || !StaysConvex(edges_[t].previous, edges_[e].next))
-            continue;
-        const auto link = [&](std::uint32_t a, std::uint32_t b) {
-            edges_[a].next = b;
-            edges_[b].previous = a;
-        };
-        link(edges_[e].previous, edges_[t].next);
-        link(edges_[t].previous, edges_[e].next);
-        edges_[e].gone = edges_[t].gone = true;
-    }
+    for (int use = 0; use <= 2; ++use)
+        for (std::uint32_t e = 0; e < edges_.size(); ++e) {
+            const std::uint32_t t = edges_[e].twin;
+            if (t == None || t < e || edges_[e].use != use)
+                continue;
+            if (!StaysConvex(edges_[e].previous, edges_[t].next) || !StaysConvex(edges_[t].previous, edges_[e].next))
+                continue;
+            Link(edges_[e].previous, edges_[t].next);
+            Link(edges_[t].previous, edges_[e].next);
+            edges_[e].gone = edges_[t].gone = true;
+        }
 }
 
-std::vector<std::vector<std::uint32_t>> Mesh::Pieces() const {
-    std::vector<std::vector<std::uint32_t>> pieces;
+Pieces Mesh::Take() const {
+    Pieces pieces;
+    pieces.vertices.reserve(edges_.size());
     std::vector<std::uint8_t> seen(edges_.size(), 0);
     for (std::uint32_t start = 0; start < edges_.size(); ++start) {
         if (seen[start] || edges_[start].gone)
             continue;
-        std::vector<std::uint32_t> piece;
         for (std::uint32_t e = start; !seen[e]; e = edges_[e].next) {
             seen[e] = 1;
-            piece.push_back(edges_[e].origin);
+            pieces.vertices.push_back(edges_[e].origin);
         }
-        pieces.push_back(std::move(piece));
+        pieces.ends.push_back(pieces.vertices.size());
     }
     return pieces;
 }
@@ -280,13 +412,15 @@ bool Cutter::Free(std::uint32_t v) const {
     const TXY& a = face_.vertices[face_.vertices[v].previous].flat;
     const TXY& b = face_.vertices[v].flat;
     const TXY& c = face_.vertices[face_.vertices[v].next].flat;
-    const TXY low{std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y})};
-    const TXY high{std::max({a.x, b.x, c.x}), std::max({a.y, b.y, c.y})};
-    return !blockers_.Any(low, high, [&](std::uint32_t u) {
-        const TXY& p = face_.vertices[u].flat;
-        if (p.x < low.x || p.x > high.x || p.y < low.y || p.y > high.y || p == a || p == b || p == c)
+    return !blockers_.Any(a, b, c, [&](const TXY& p) {
+        const zk::detail::Turn ab = RoughTurn(a, b, p);
+        const zk::detail::Turn bc = RoughTurn(b, c, p);
+        const zk::detail::Turn ca = RoughTurn(c, a, p);
+        // All at once: most are outside, and which side it is that says so cannot be guessed.
+        if (!((ab.value >= -ab.error) & (bc.value >= -bc.error) & (ca.value >= -ca.error)))
             return false;
-        return Orientation(a, b, p) >= 0 && Orientation(b, c, p) >= 0 && Orientation(c, a, p) >= 0;
+        return !(p == a) && !(p == b) && !(p == c) && Orientation(ab, a, b, p) >= 0 && Orientation(bc, b, c, p) >= 0 &&
+               Orientation(ca, c, a, p) >= 0;
     });
 }
 
@@ -321,7 +455,7 @@ Mesh& Cutter::Run(std::uint32_t v, std::size_t count) {
 
 }  // namespace
 
-std::vector<std::vector<std::uint32_t>> CutConvex(Face& face) {
+Pieces CutConvex(Face& face) {
     std::vector<std::uint32_t> ring;
     ring.reserve(face.rings[0].count);
     const std::uint32_t first = face.rings[0].first;
@@ -331,11 +465,12 @@ std::vector<std::vector<std::uint32_t>> CutConvex(Face& face) {
         v = face.vertices[v].next;
     } while (v != first);
     if (Convex(face, ring))
-        return {ring};
+        return {ring, {ring.size()}};
     Cutter cutter(face, ring);
     Mesh& mesh = cutter.Run(first, ring.size());
+    mesh.Improve();
     mesh.Merge();
-    return mesh.Pieces();
+    return mesh.Take();
 }
 
 }  // namespace zk::detail

@@ -3,6 +3,7 @@
 #include <zk/_zkxyz/array.h>
 #include <zk/_zkxyz/records.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -45,7 +46,13 @@ struct Face {
     bool AddRing(std::span<const TXYZ> points, bool hole);
 };
 
-// The pieces as lists of vertices of the face, in a fixed order.
-std::vector<std::vector<std::uint32_t>> CutConvex(Face& face);
+// Pieces as vertices of the face, one piece behind the other.
+struct Pieces {
+    std::vector<std::uint32_t> vertices;
+    std::vector<std::size_t> ends;
+};
+
+// In a fixed order.
+Pieces CutConvex(Face& face);
 
 }  // namespace zk::detail

@@ -27,9 +27,12 @@ struct Box {
     }
     // Not more than the square of any distance between the two, also after rounding.
     double Distance2(const Box& o) const {
-        const double x = std::max({0.0, low.x - o.high.x, o.low.x - high.x});
-        const double y = std::max({0.0, low.y - o.high.y, o.low.y - high.y});
-        const double z = std::max({0.0, low.z - o.high.z, o.low.z - high.z});
+        const auto gap = [](double l, double h, double ol, double oh) {
+            return std::max(std::max(l - oh, ol - h), 0.0);
+        };
+        const double x = gap(low.x, high.x, o.low.x, o.high.x);
+        const double y = gap(low.y, high.y, o.low.y, o.high.y);
+        const double z = gap(low.z, high.z, o.low.z, o.high.z);
         return (x * x + y * y + z * z) * (1 - 1e-9);
     }
 };
@@ -61,9 +64,9 @@ struct Waiting {
     std::uint32_t joined = None;  // the edge there, by its start
     std::uint32_t hole = None;    // the edge of the hole
 
+    // The block that is nearest by its box comes first, and in each block the nearest edge, so that most of the others
+    // are too far away then.
     void Refresh(const Face& face, const Edges& added) {
-        const auto end = [&](std::uint32_t v) -> const TXYZ& { return face.vertices[face.vertices[v].next].point; };
-        // The block that is nearest by its box comes first, so that most of the others are too far away then.
         std::size_t nearBlock = 0;
         double bound2 = std::numeric_limits<double>::infinity();
         for (std::size_t block = 0; block < added.blocks.size(); ++block) {
@@ -79,21 +82,39 @@ struct Waiting {
             const std::size_t block = k == 0 ? nearBlock : k <= nearBlock ? k - 1 : k;
             if (added.blocks[block].Distance2(box) > nearest.distance2)
                 continue;
-            const std::size_t last = std::min(added.starts.size(), (block + 1) * BlockSize);
-            for (std::size_t i = block * BlockSize; i < last; ++i) {
-                if (added.boxes[i].Distance2(box) > nearest.distance2)
+            const std::size_t first = block * BlockSize;
+            const std::size_t last = std::min(added.starts.size(), first + BlockSize);
+            double distances2[BlockSize];
+            std::size_t nearEdge = first;
+            for (std::size_t i = first; i < last; ++i) {
+                distances2[i - first] = added.boxes[i].Distance2(box);
+                if (distances2[i - first] < distances2[nearEdge - first])
+                    nearEdge = i;
+            }
+            Compare(face, added, nearEdge);
+            for (std::size_t i = first; i < last; ++i)
+                if (i != nearEdge && distances2[i - first] <= nearest.distance2)
+                    Compare(face, added, i);
+        }
+    }
+
+    // One of the edges with all of the hole.
+    void Compare(const Face& face, const Edges& added, std::size_t i) {
+        const auto end = [&](std::uint32_t v) -> const TXYZ& { return face.vertices[face.vertices[v].next].point; };
+        const std::uint32_t a = added.starts[i];
+        for (std::size_t block = 0; block < edges.blocks.size(); ++block) {
+            if (added.boxes[i].Distance2(edges.blocks[block]) > nearest.distance2)
+                continue;
+            const std::size_t last = std::min(edges.starts.size(), (block + 1) * BlockSize);
+            for (std::size_t e = block * BlockSize; e < last; ++e) {
+                if (added.boxes[i].Distance2(edges.boxes[e]) > nearest.distance2)
                     continue;
-                const std::uint32_t a = added.starts[i];
-                for (std::size_t e = 0; e < edges.starts.size(); ++e) {
-                    if (added.boxes[i].Distance2(edges.boxes[e]) > nearest.distance2)
-                        continue;
-                    const std::uint32_t b = edges.starts[e];
-                    const auto pair = Nearest(face.vertices[a].point, end(a), face.vertices[b].point, end(b));
-                    if (pair.distance2 < nearest.distance2) {
-                        nearest = pair;
-                        joined = a;
-                        hole = b;
-                    }
+                const std::uint32_t b = edges.starts[e];
+                const auto pair = Nearest(face.vertices[a].point, end(a), face.vertices[b].point, end(b));
+                if (pair.distance2 < nearest.distance2) {
+                    nearest = pair;
+                    joined = a;
+                    hole = b;
                 }
             }
         }

@@ -47,14 +47,17 @@ inline TXY Between(const TXY& p, const TXY& q, double place) {
     return {between(p.x, q.x), between(p.y, q.y)};
 }
 
-// A work point without the digits that are too small for exact arithmetic.
-TXY RoundedToRange(const TXY& p);
+// Work coordinates are multiples of two to this power: smaller digits are too small for exact arithmetic.
+inline constexpr int SmallestBit = -260;
 
 // An outline can cross itself on a stretch that it shares with the other. Two edges then meet a third one in a point
-// that neither is a vertex nor needs to be a number of the machine's, and what is found out about the one does not fit
-// what is found out about the other. Here all of them get a vertex at the rounded point. False when there is no such
-// place. Rounding can make new ones, so that several rounds can be needed.
-bool SplitWhereShared(Outline (&outlines)[2]);
+// that is not a vertex and need not be a number of the machine's, and what is found out about the one does not fit what
+// is found out about the other. Here all of them get a vertex at the rounded point. False when there is no such place.
+//
+// Rounding can make new ones, so that several rounds can be needed. Where many edges run through nearly the same point
+// that may go on for ever, unless all are rounded to the same point: bits is how many of them the largest coordinate
+// keeps.
+bool SplitWhereShared(Outline (&outlines)[2], int bits);
 
 // Closed polygons one behind the other.
 struct Rings {

@@ -20,10 +20,9 @@ bool IsFinite(const TXY& p) {
 constexpr int LargestExponent = 238;
 constexpr int SmallestExponent = -205;
 constexpr int ScaledExponent = 200;
-constexpr int GridExponent = -260;
 
 double Rounded(double x) {
-    return std::ldexp(std::nearbyint(std::ldexp(x, -GridExponent)), GridExponent);
+    return std::ldexp(std::nearbyint(std::ldexp(x, -SmallestBit)), SmallestBit);
 }
 
 bool WithoutArea(const std::vector<TXY>& points) {
@@ -75,7 +74,8 @@ void Prepare(std::span<const TXY> a, std::span<const TXY> b, Outline (&outlines)
         work = given;
         for (TXY& p : work)
             // Adding zero makes a negative zero positive, so that equal points are equal to the bit.
-            p = scaled ? RoundedToRange({std::ldexp(p.x, shift), std::ldexp(p.y, shift)}) : TXY{p.x + 0.0, p.y + 0.0};
+            p = scaled ? TXY{Rounded(std::ldexp(p.x, shift)) + 0.0, Rounded(std::ldexp(p.y, shift)) + 0.0}
+                       : TXY{p.x + 0.0, p.y + 0.0};
         std::size_t count = 0;
         for (std::size_t i = 0; i < work.size(); ++i)
             if (count == 0 || !(work[i] == work[count - 1])) {
@@ -98,10 +98,6 @@ void Prepare(std::span<const TXY> a, std::span<const TXY> b, Outline (&outlines)
             std::ranges::reverse(given);
         }
     }
-}
-
-TXY RoundedToRange(const TXY& p) {
-    return {Rounded(p.x) + 0.0, Rounded(p.y) + 0.0};
 }
 
 void Overlay::Lay() {

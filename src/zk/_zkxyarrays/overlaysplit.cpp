@@ -13,7 +13,7 @@ namespace {
 // The edges of both outlines; those of the second are counted on from the first's.
 class Edges {
   public:
-    explicit Edges(Outline (&outlines)[2]) : outlines_(outlines), overlapping_(Count()), added_(Count()) {}
+    Edges(Outline (&outlines)[2], int bits);
 
     bool Split();
 
@@ -39,10 +39,20 @@ class Edges {
     void Insert(int of);
 
     Outline (&outlines_)[2];
+    int lastBit_;  // of an added point, as an exponent of two
     std::vector<std::vector<std::uint32_t>> overlapping_;
     std::vector<std::vector<Added>> added_;
     std::set<std::pair<std::uint32_t, std::uint32_t>> done_;
 };
+
+Edges::Edges(Outline (&outlines)[2], int bits)
+    : outlines_(outlines), lastBit_(0), overlapping_(Count()), added_(Count()) {
+    double size = 0;
+    for (const Outline& outline : outlines)
+        for (const TXY& p : outline.work)
+            size = std::max({size, std::fabs(p.x), std::fabs(p.y)});
+    lastBit_ = std::max(std::ilogb(size) - bits, SmallestBit);
+}
 
 template <class Visit>
 void Edges::ForEachPair(Visit visit) const {
@@ -98,7 +108,12 @@ void Edges::SplitAt(std::uint32_t g, std::uint32_t h) {
     const Outline& outline = Of(g);
     const TXY& from = outline.given[Index(g)];
     const TXY& to = outline.given[outline.After(Index(g))];
-    const Added added{RoundedToRange(Between(Start(g), End(g), place)), Between(from, to, place)};
+    const auto rounded = [&](double x) { return std::ldexp(std::nearbyint(std::ldexp(x, -lastBit_)), lastBit_) + 0.0; };
+    const TXY at = Between(Start(g), End(g), place);
+    const TXY work{rounded(at.x), rounded(at.y)};
+    // Where the work copy is not scaled the two are the same.
+    const bool same = from == Start(g) && to == End(g);
+    const Added added{work, same ? work : Between(from, to, place)};
     for (const auto& edges : along)
         for (const std::uint32_t k : edges)
             if (!(added.work == Start(k)) && !(added.work == End(k)))
@@ -147,8 +162,8 @@ bool Edges::Split() {
 
 }  // namespace
 
-bool SplitWhereShared(Outline (&outlines)[2]) {
-    return Edges(outlines).Split();
+bool SplitWhereShared(Outline (&outlines)[2], int bits) {
+    return Edges(outlines, bits).Split();
 }
 
 }  // namespace zk::detail

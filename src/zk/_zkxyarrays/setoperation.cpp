@@ -9,8 +9,10 @@
 namespace zk {
 namespace {
 
-// How often outlines that do not fit together are split where they cross themselves.
-constexpr int MostRounds = 6;
+// Outlines that do not fit together are split where they cross themselves, over and over: so many times at points that
+// keep so many bits, and then from the beginning with fewer.
+constexpr int Rounds = 4;
+constexpr int Bits[] = {52, 44, 36, 28};
 
 void Append(TlistOFXYArray& list, std::span<const TXY> points) {
     ArrayAddData(*list.AddArray(), static_cast<int>(points.size()), points.data());
@@ -27,24 +29,30 @@ void WithoutArea(const TXYARRAY& a, const TXYARRAY& b, const detail::Outline (&o
     }
 }
 
-// Appends all of the result, or throws EError and appends nothing.
-void Append(const TXYARRAY& a, const TXYARRAY& b, const detail::Outline (&outlines)[2], TlistOFXYArray& result,
-            bool unite) {
+// Appends all of the result, or nothing where the stretches of the outlines do not fit together.
+bool TryAppend(const TXYARRAY& a, const TXYARRAY& b, const detail::Outline (&outlines)[2], TlistOFXYArray& result,
+               bool unite) {
     detail::Overlay overlay(outlines);
-    overlay.Lay();
+    detail::Rings rings;
+    try {
+        overlay.Lay();
+        if (overlay.Crosses())
+            rings = overlay.Trace(unite);
+    } catch (const EError&) {
+        return false;
+    }
     if (!overlay.Crosses()) {
         if (overlay.Inside(0) != unite)
             Append(result, a.Items());
         if (overlay.Inside(1) != unite)
             Append(result, b.Items());
-        return;
     }
-    const detail::Rings rings = overlay.Trace(unite);
     std::size_t begin = 0;
     for (const std::size_t end : rings.ends) {
         Append(result, std::span(rings.points).subspan(begin, end - begin));
         begin = end;
     }
+    return true;
 }
 
 }  // namespace
@@ -57,15 +65,15 @@ void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, 
             WithoutArea(a, b, outlines, result);
         return;
     }
-    for (int round = 0;; ++round) {
-        try {
-            Append(a, b, outlines, result, unite);
-            return;
-        } catch (const EError&) {
-            if (round == MostRounds || !detail::SplitWhereShared(outlines))
-                throw;
-        }
+    if (TryAppend(a, b, outlines, result, unite))
+        return;
+    for (const int bits : Bits) {
+        detail::Outline split[2] = {outlines[0], outlines[1]};
+        for (int round = 0; round < Rounds && detail::SplitWhereShared(split, bits); ++round)
+            if (TryAppend(a, b, split, result, unite))
+                return;
     }
+    throw EError("stack error");
 }
 
 }  // namespace zk

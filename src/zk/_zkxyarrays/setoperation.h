@@ -27,7 +27,8 @@ namespace zk {
 // smaller than 1e-138 of the largest one are rounded for the decisions.
 //
 // Where a polygon crosses itself on a stretch that it shares with the other one, both get a vertex at the rounded
-// crossing point, and what is on either side of it is off by that rounding. Throws EError("stack error"), and appends
+// crossing point, and what is on either side of it is off by that rounding: the last digit mostly, up to 1e-8 of the
+// largest coordinate where many edges meet in one such point. Throws EError("stack error"), and appends
 // nothing, where the stretches of the outlines cannot be joined to closed ones even after several rounds of this; no
 // input is known that does it. Safe to call from several threads at once, on different lists.
 void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, bool unite);
