@@ -9,7 +9,12 @@ Tattributes::Tattributes(QObject* parent)
     : TZkgraphicsobject(parent),
       polyStyle_(new TPolyAttributes(this)),
       material_(new Tmaterial(this)),
-      texture_(new TTexture(this)) {}
+      texture_(new TTexture(this)) {
+    SetChangeListener(this);
+    polyStyle_->SetChangeListener(this);
+    material_->SetChangeListener(this);
+    texture_->SetChangeListener(this);
+}
 
 Tattributes::~Tattributes() {
     release(polyStyle_);
@@ -17,7 +22,9 @@ Tattributes::~Tattributes() {
     release(texture_);
 }
 
-void Tattributes::release(QObject* object) {
+void Tattributes::release(TZkgraphicsobject* object) {
+    if (object)
+        object->SetChangeListener(nullptr);
     // An object that was given another parent since is that parent's.
     if (object && (!object->parent() || object->parent() == this))
         delete object;
@@ -45,41 +52,38 @@ void Tattributes::SetTexture(TTexture* T) {
 }
 
 template <class T>
-void Tattributes::replace(QPointer<T>& owned, T* object, Member member) {
+void Tattributes::replace(QPointer<T>& owned, T* object) {
     if (owned == object)
         return;
     if (object) {
         if (auto* other = qobject_cast<Tattributes*>(object->parent()))
             other->letGo(object);
         object->setParent(this);
+        object->SetChangeListener(this);
     }
-    QObject* old = owned;
+    TZkgraphicsobject* old = owned;
     owned = object;
-    hookAll(member, object);
     release(old);
 }
 
 void Tattributes::ReplaceMaterial(Tmaterial* M) {
-    replace(material_, M, ofMaterial);
+    replace(material_, M);
 }
 void Tattributes::ReplacePolyStyle(TPolyAttributes* P) {
-    replace(polyStyle_, P, ofPolyStyle);
+    replace(polyStyle_, P);
 }
 void Tattributes::ReplaceTexture(TTexture* T) {
-    replace(texture_, T, ofTexture);
+    replace(texture_, T);
 }
 
+// The object belongs to another set from now on, which listens to it.
 void Tattributes::letGo(QObject* object) {
-    if (polyStyle_ == object) {
+    if (polyStyle_ == object)
         polyStyle_ = nullptr;
-        hookAll(ofPolyStyle, nullptr);
-    } else if (material_ == object) {
+    else if (material_ == object)
         material_ = nullptr;
-        hookAll(ofMaterial, nullptr);
-    } else if (texture_ == object) {
+    else if (texture_ == object)
         texture_ = nullptr;
-        hookAll(ofTexture, nullptr);
-    }
 }
 
 void Tattributes::AssignTo(QObject* Dest) {
@@ -87,36 +91,24 @@ void Tattributes::AssignTo(QObject* Dest) {
     MessageBeep();  // for the day on which the base takes the assignment
 }
 
-void Tattributes::connectHook(Hook& hook, Member member, TZkgraphicsobject* object) {
-    QMetaObject::Connection& connection = hook.connections[member];
-    disconnect(connection);
-    connection = {};
-    if (object && hook.receiver)
-        connection = connect(object, &TZkgraphicsobject::OnChange, hook.receiver.data(), hook.handler);
-}
-
-void Tattributes::hookAll(Member member, TZkgraphicsobject* object) {
-    for (Hook& hook : hooks_)
-        connectHook(hook, member, object);
+// A handler may add and remove hooks, or delete the receiver or, where the set itself has not changed, the set.
+void Tattributes::ObjectChanged(TZkgraphicsobject* object) {
+    const QPointer<Tattributes> self = this;
+    for (std::size_t i = 0; self && i < hooks_.size(); ++i) {
+        const Hook hook = hooks_[i];
+        if (hook.receiver)
+            hook.handler(object);
+    }
 }
 
 void Tattributes::HookChanges(QObject* receiver, TChangeHandler handler) {
     if (!receiver || !handler)
         return;
     std::erase_if(hooks_, [](const Hook& hook) { return hook.receiver.isNull(); });
-    Hook& hook = hooks_.emplace_back(Hook{receiver, std::move(handler), {}});
-    connectHook(hook, ofSet, this);
-    connectHook(hook, ofPolyStyle, polyStyle_);
-    connectHook(hook, ofMaterial, material_);
-    connectHook(hook, ofTexture, texture_);
+    hooks_.push_back({receiver, std::move(handler)});
 }
 
 void Tattributes::UnhookChanges(QObject* receiver) {
-    for (Hook& hook : hooks_) {
-        if (hook.receiver == receiver)
-            for (QMetaObject::Connection& connection : hook.connections)
-                disconnect(connection);
-    }
     std::erase_if(hooks_, [receiver](const Hook& hook) { return hook.receiver == receiver; });
 }
 

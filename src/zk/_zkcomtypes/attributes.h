@@ -6,7 +6,6 @@
 
 #include <QPointer>
 
-#include <array>
 #include <functional>
 #include <vector>
 
@@ -17,8 +16,8 @@ namespace zk {
 /// It owns one object of each kind, as QObject children. They live as long as the set; one that is deleted from outside
 /// all the same reads as null from then on, and operations that need it do nothing.
 ///
-/// A change of an owned object is told by that object, not by the set. `HookChanges` connects to all four.
-class Tattributes : public TZkgraphicsobject {
+/// A change of an owned object is told by that object, not by the set. `HookChanges` listens to all four.
+class Tattributes : public TZkgraphicsobject, private ChangeListener {
     Q_OBJECT
     Q_PROPERTY(zk::TPolyAttributes* PolyStyle READ getPolyStyle WRITE setPolyStyle)
     Q_PROPERTY(zk::Tmaterial* Material READ getMaterial WRITE SetMaterial)
@@ -52,29 +51,25 @@ class Tattributes : public TZkgraphicsobject {
     /// Always raises `EAssignError`.
     void AssignTo(QObject* Dest) override;
 
-    /// Calls `handler` with the sender at every `OnChange` of this set and of the three objects that it owns, now or
-    /// after a `Replace…`, for as long as `receiver` lives. Each call adds a hook. A null receiver or empty handler is
-    /// ignored.
+    /// Calls `handler` with the sender, before anything that is connected, at every `OnChange` of this set and of the
+    /// three objects that it owns, now or after a `Replace…`, for as long as `receiver` lives. Each call adds a hook. A
+    /// null receiver or empty handler is ignored.
     void HookChanges(QObject* receiver, TChangeHandler handler);
 
     /// Removes every hook of `receiver`.
     void UnhookChanges(QObject* receiver);
 
   private:
-    enum Member { ofSet, ofPolyStyle, ofMaterial, ofTexture, memberCount };
-
     struct Hook {
         QPointer<QObject> receiver;
         TChangeHandler handler;
-        std::array<QMetaObject::Connection, memberCount> connections;
     };
 
-    static void connectHook(Hook& hook, Member member, TZkgraphicsobject* object);
-    void hookAll(Member member, TZkgraphicsobject* object);
+    void ObjectChanged(TZkgraphicsobject* object) override;
     void letGo(QObject* object);
     template <class T>
-    void replace(QPointer<T>& owned, T* object, Member member);
-    void release(QObject* object);
+    void replace(QPointer<T>& owned, T* object);
+    void release(TZkgraphicsobject* object);
 
     QPointer<TPolyAttributes> polyStyle_;
     QPointer<Tmaterial> material_;

@@ -111,11 +111,25 @@ void TDisplayList::Play() {
         const QPointer<TDisplayList>& list;
     } const playing(self);
 
-    for (std::size_t i = 0; self && i < count; ++i) {
+    for (std::size_t i = NextToPlay(0, count); i < count; i = NextToPlay(i + 1, count)) {
         TZkShape* shape = shapes_[i];
         if (shape && !(shape->ComponentState() & csDestroying))
-            shape->Play();
+            PlayShape(i, *shape);
+        if (!self)
+            return;
     }
+}
+
+void TDisplayList::PlayShape(std::size_t /*index*/, TZkShape& shape) {
+    shape.Play();
+}
+
+TZkShape* TDisplayList::Entry(std::size_t index) const {
+    return shapes_[index];
+}
+
+std::size_t TDisplayList::NextToPlay(std::size_t index, std::size_t /*count*/) {
+    return index;
 }
 
 void TDisplayList::Invalidate() {}

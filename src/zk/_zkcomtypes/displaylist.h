@@ -4,6 +4,7 @@
 
 #include <QPointer>
 
+#include <cstddef>
 #include <vector>
 
 namespace zk {
@@ -53,6 +54,14 @@ class TDisplayList : public TComponent {
     void OnPlay(QObject* sender);
 
   protected:
+    /// One shape's turn in `Play`; `index` counts the entries of the list, those included that left while it is played.
+    virtual void PlayShape(std::size_t index, TZkShape& shape);
+    /// Which entry's turn it is after those before `index` have had theirs: `index` itself, or a later one if a
+    /// descendant knows that the shapes between have nothing to do. `count` entries are played.
+    virtual std::size_t NextToPlay(std::size_t index, std::size_t count);
+    /// The shape of an entry, or null for one that has left.
+    TZkShape* Entry(std::size_t index) const;
+
     bool visible_ = false;
 
   private:

@@ -30,8 +30,11 @@ void TZkgraphicsobject::SetChanging(bool Value) {
 }
 
 void TZkgraphicsobject::ChangeD() {
-    if (changeCount_ == 0)
-        Q_EMIT OnChange(this);
+    if (changeCount_ != 0)
+        return;
+    if (listener_)
+        listener_->ObjectChanged(this);
+    Q_EMIT OnChange(this);
 }
 
 void TZkgraphicsobject::AssignTo(QObject* Dest) {

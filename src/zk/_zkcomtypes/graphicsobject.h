@@ -14,6 +14,18 @@ class EAssignError : public EError {
     using EError::EError;
 };
 
+class TZkgraphicsobject;
+
+/// Who is told of the changes of an attribute object directly, before `OnChange`. An object has one at most: the set
+/// that owns it. There are four attribute objects to every shape, and a connection costs more memory than the values.
+class ChangeListener {
+  public:
+    virtual void ObjectChanged(TZkgraphicsobject* object) = 0;
+
+  protected:
+    ~ChangeListener() = default;
+};
+
 /// Base of the attribute objects: values that tell their owner of every change, singly or in batches.
 ///
 /// A handler of `OnChange` may change any attribute object but must not delete the sender (`deleteLater` is fine): the
@@ -40,11 +52,15 @@ class TZkgraphicsobject : public QObject {
     /// True from the opening of a batch until the count is back below 1.
     bool GetChanging() const { return changing_; }
 
+    /// The listener must outlive the object or be taken away (null).
+    void SetChangeListener(ChangeListener* listener) { listener_ = listener; }
+
   Q_SIGNALS:
     /// A value may have changed; `sender` is this object. Setters do not compare with the old value.
     void OnChange(QObject* sender);
 
   protected:
+    ChangeListener* listener_ = nullptr;
     std::int32_t changeCount_ = 0;
     bool changing_ = false;
 };
