@@ -2,6 +2,7 @@
 
 #include <zk/_zkdevice/device.h>
 #include <zk/_zkoglcanvas/hit.h>
+#include <zk/_zkoglcanvas/keptshape.h>
 #include <zk/host/glsurface.h>
 
 #include <QColor>
@@ -10,6 +11,7 @@
 #include <QRect>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -238,6 +240,13 @@ class TZkOglCanvas : public TZKDevice {
     /// Does nothing: translucency is the material's own, in the alpha of its diffuse colour.
     void SetTranslucent(double translucency);
 
+    /// How the next face would be drawn. Needs a context.
+    FaceStyle GetFaceStyle();
+    /// Runs `draw`, whose faces and quadrics go into the list that is being compiled as `style` says, whatever is in
+    /// force now. Texture coordinates and names for picking are left out. The box is in the coordinates of the
+    /// drawing.
+    Drawn DrawInto(const FaceStyle& style, const std::function<void()>& draw);
+
     // --- quadrics (canvas_quadrics.cpp) ---
     //
     // GLU's solids, with normals and texture coordinates, at the origin of the model coordinates in force, fronts
@@ -272,6 +281,7 @@ class TZkOglCanvas : public TZKDevice {
 
   private:
     class LightKeeper;
+    struct DrawingInto;
 
     void surfaceLost();
     void surfaceRestored();
@@ -289,6 +299,7 @@ class TZkOglCanvas : public TZKDevice {
     void playScenes();
     void setClipPlanesAround(const TXY& point, double halfWidth);
     std::vector<Tlight*> lightList() const;
+    void quadricFills(const TXYZ& low, const TXYZ& high, int slices, int stacks);
 
     QWidget* winControl_ = nullptr;
     QPointer<GlSurface> surface_;  // goes with the control, and a plain widget tells of that only afterwards
@@ -300,6 +311,7 @@ class TZkOglCanvas : public TZKDevice {
     bool selectEnabled_ = true;
     bool selecting_ = false;
     bool presented_ = false;
+    DrawingInto* drawingInto_ = nullptr;  // while `DrawInto` runs
     TColor backgroundColor_ = 0;
     double defaultUnitsPerCM_ = 0;
 

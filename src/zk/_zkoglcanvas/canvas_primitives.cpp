@@ -6,9 +6,12 @@
 #include <zk/_zkoglcanvas/scene.h>
 #include <zk/_zkxyarrays.h>
 
+#include <QScopeGuard>
+
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <span>
-#include <utility>
 
 namespace zk {
 
@@ -38,7 +41,84 @@ void fillable(const TlistOFxyzArray& face, double perimeter, TlistOFxyzArray& pi
     RefineTriangles(triangles, perimeter, pieces);
 }
 
+/// The closing edge of a face is implied.
+std::span<const TXYZ> withoutClosingPoint(const TXYZARRAY& face) {
+    const std::span<const TXYZ> points = face.Items();
+    return points.size() > 1 && Equals(points.back(), points.front()) ? points.first(points.size() - 1) : points;
+}
+
+/// True for triangles and plane, strictly convex quadrilaterals, which most faces are: they need no cutting.
+bool isConvex(const TXYZARRAY& face, const TXYZ& normal) {
+    const std::span<const TXYZ> points = withoutClosingPoint(face);
+    if (points.size() != 3 && points.size() != 4)
+        return false;
+    const std::size_t count = points.size();
+    int sense = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const TXYZ before = Sub(points[i], points[(i + count - 1) % count]);
+        const TXYZ after = Sub(points[(i + 1) % count], points[i]);
+        const double turn = Skal(Vekt(before, after), normal);
+        const double lengths = Len(before) * Len(after);
+        if (!(std::fabs(turn) > 1e-6 * lengths) || std::fabs(Skal(after, normal)) > 1e-9 * Len(after))
+            return false;
+        const int side = turn > 0 ? 1 : -1;
+        if (sense != 0 && side != sense)
+            return false;
+        sense = side;
+    }
+    return true;
+}
+
 }  // namespace
+
+/// What is drawn into a list: how, what it fills, and the run of primitives that is open.
+struct TZkOglCanvas::DrawingInto {
+    FaceStyle style;
+    Drawn drawn;
+    GLenum open = noPrimitive;
+
+    static constexpr GLenum noPrimitive = ~0U;
+
+    /// Faces in one list need no `glBegin` of their own: their triangles come in runs, which OpenGL draws much faster
+    /// than as many polygons.
+    void BeginRun(GLenum primitive) {
+        if (open == primitive)
+            return;
+        EndRun();
+        glBegin(primitive);
+        open = primitive;
+    }
+    void EndRun() {
+        if (open != noPrimitive)
+            glEnd();
+        open = noPrimitive;
+    }
+};
+
+FaceStyle TZkOglCanvas::GetFaceStyle() {
+    return {unsigned(GetPolyGonMode()[0]), getAttributes()->getPolyStyle()->GLStyle(), triangleResolution_,
+            orientationSign_, GetClockWise()};
+}
+
+Drawn TZkOglCanvas::DrawInto(const FaceStyle& style, const std::function<void()>& draw) {
+    DrawingInto into{style, {}, DrawingInto::noPrimitive};
+    const auto end = qScopeGuard([this, &into, outer = drawingInto_] {
+        into.EndRun();
+        drawingInto_ = outer;
+    });
+    drawingInto_ = &into;
+    draw();
+    return into.drawn;
+}
+
+void TZkOglCanvas::quadricFills(const TXYZ& low, const TXYZ& high, int slices, int stacks) {
+    if (!drawingInto_)
+        return;
+    drawingInto_->EndRun();
+    drawingInto_->drawn.Box.Add(low);
+    drawingInto_->drawn.Box.Add(high);
+    drawingInto_->drawn.Vertices += 2 * std::int64_t(std::clamp(slices, 0, 240)) * std::clamp(stacks, 0, 1000);
+}
 
 void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
     if (!CheckCurrent() || polygons.Count() == 0)
@@ -47,29 +127,23 @@ void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
     const TXYZ areaNormal = Vekt(outline);
     if (Equals(Len(areaNormal), 0))
         return;
-    const TXYZ normal = Mul(Normalize(areaNormal), orientationSign_);
-    glNormal3d(normal.x, normal.y, normal.z);
-    OGLError();
+    const FaceStyle style = drawingInto_ ? drawingInto_->style : GetFaceStyle();
+    const TXYZ normal = Mul(Normalize(areaNormal), style.Orientation);
 
     const TTexture* texture = getAttributes()->getTexture();
-    const bool textured = texture->GetVisible();
+    const bool textured = !drawingInto_ && texture->GetVisible();
     TBAse frame = Unitbase;
     if (textured)
         frame = texture->IsBaseSet() ? texture->getBAse() : NewBAse(outline);
 
+    const bool filled = style.Mode == GL_FILL;
+    const bool asItIs = !filled || (style.Resolution == 0 && polygons.Count() == 1 && isConvex(outline, normal));
     TlistOFxyzArray pieces;
-    const bool filled = GetPolyGonMode()[0] == GL_FILL;
-    if (filled)
-        fillable(polygons, triangleResolution_, pieces);
-    const TlistOFxyzArray& drawn = filled ? pieces : polygons;
+    if (!asItIs)
+        fillable(polygons, style.Resolution, pieces);
+    const TlistOFxyzArray& drawn = asItIs ? polygons : pieces;
 
-    glPushName(1);
-    const GLenum style = getAttributes()->getPolyStyle()->GLStyle();
-    for (int i = 0; i < drawn.Count(); ++i) {
-        std::span<const TXYZ> points = std::as_const(*drawn.Getitem(i)).Items();
-        if (points.size() > 1 && Equals(points.back(), points.front()))
-            points = points.first(points.size() - 1);  // the closing edge is implied
-        glBegin(style);
+    const auto draw = [&](std::span<const TXYZ> points) {
         for (const TXYZ& point : points) {
             if (textured) {
                 const TXYZ relative = BaseGetRel(frame, point);
@@ -77,6 +151,36 @@ void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
             }
             glVertex3d(point.x, point.y, point.z);
         }
+    };
+    if (drawingInto_) {
+        for (int i = 0; i < drawn.Count(); ++i) {
+            const std::span<const TXYZ> points = withoutClosingPoint(*drawn.Getitem(i));
+            for (const TXYZ& point : points)
+                drawingInto_->drawn.Box.Add(point);
+            drawingInto_->drawn.Vertices += std::int64_t(points.size());
+            if (!filled || style.Primitive != GL_POLYGON) {
+                drawingInto_->EndRun();
+                drawingInto_->BeginRun(style.Primitive);
+                glNormal3d(normal.x, normal.y, normal.z);
+                draw(points);
+                drawingInto_->EndRun();
+                continue;
+            }
+            // The triangles that drivers make of a convex polygon.
+            drawingInto_->BeginRun(GL_TRIANGLES);
+            glNormal3d(normal.x, normal.y, normal.z);  // one outside of a run would make drivers draw it more slowly
+            for (std::size_t corner = 2; corner < points.size(); ++corner)
+                draw(std::array<TXYZ, 3>{points[0], points[corner - 1], points[corner]});
+        }
+        return;
+    }
+
+    glNormal3d(normal.x, normal.y, normal.z);
+    OGLError();
+    glPushName(1);
+    for (int i = 0; i < drawn.Count(); ++i) {
+        glBegin(style.Primitive);
+        draw(withoutClosingPoint(*drawn.Getitem(i)));
         glEnd();
     }
     glPopName();

@@ -41,6 +41,7 @@ class CounterClockwise {
 void TZkOglCanvas::Sphere(double radius, int slices) {
     if (!CheckCurrent())
         return;
+    quadricFills({-radius, -radius, -radius}, {radius, radius, radius}, slices, slices);
     const CounterClockwise fronts(*this);
     const Quadric sphere = newQuadric(GLU_OUTSIDE);
     gluSphere(sphere.get(), radius, slices, slices);
@@ -49,6 +50,8 @@ void TZkOglCanvas::Sphere(double radius, int slices) {
 void TZkOglCanvas::Cylinder(double baseRadius, double topRadius, double height, int slices, int stacks) {
     if (!CheckCurrent())
         return;
+    const double reach = std::max(baseRadius, topRadius);
+    quadricFills({-reach, -reach, std::min(0.0, height)}, {reach, reach, std::max(0.0, height)}, slices, stacks);
     const CounterClockwise fronts(*this);
     const Quadric mantle = newQuadric(GLU_OUTSIDE);
     const Quadric top = newQuadric(GLU_OUTSIDE);
@@ -64,6 +67,7 @@ void TZkOglCanvas::Cylinder(double baseRadius, double topRadius, double height, 
 void TZkOglCanvas::Disk(double innerRadius, double outerRadius, int slices, int loops) {
     if (!CheckCurrent())
         return;
+    quadricFills({-outerRadius, -outerRadius, 0}, {outerRadius, outerRadius, 0}, slices, loops);
     const CounterClockwise fronts(*this);
     const Quadric disk = newQuadric(GLU_OUTSIDE);
     gluDisk(disk.get(), innerRadius, outerRadius, slices, std::min(loops, mostRings));
@@ -73,6 +77,7 @@ void TZkOglCanvas::PartialDisk(double innerRadius, double outerRadius, int slice
                                double sweepAngle) {
     if (!CheckCurrent())
         return;
+    quadricFills({-outerRadius, -outerRadius, 0}, {outerRadius, outerRadius, 0}, slices, loops);
     const CounterClockwise fronts(*this);
     const Quadric disk = newQuadric(GLU_OUTSIDE);
     gluPartialDisk(disk.get(), innerRadius, outerRadius, slices, std::min(loops, mostRings), startAngle, sweepAngle);

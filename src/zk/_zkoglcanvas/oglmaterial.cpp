@@ -40,6 +40,30 @@ void TOglMaterial::pass(unsigned parameter, TColor color, double alpha) const {
     glMaterialfv(GLFace(), parameter, ToGlColor(color, float(alpha)).data());
 }
 
+void TOglMaterial::Pass(const Tmaterialkind& kind, const Tmaterialkind* before) {
+    const GLenum face = kind.Face == glback ? GL_BACK : kind.Face == glfrontandback ? GL_FRONT_AND_BACK : GL_FRONT;
+    if (before && before->Face != kind.Face)
+        before = nullptr;
+    const bool ambient = !before || before->Ambient != kind.Ambient;
+    const bool diffuse = !before || before->Diffuse != kind.Diffuse || before->Translucent != kind.Translucent;
+    if (ambient && diffuse && kind.Ambient == kind.Diffuse && kind.Translucent == 1.0) {
+        glMaterialfv(face, GL_AMBIENT_AND_DIFFUSE, ToGlColor(kind.Diffuse).data());
+    } else {
+        if (ambient)
+            glMaterialfv(face, GL_AMBIENT, ToGlColor(kind.Ambient).data());
+        if (diffuse)
+            glMaterialfv(face, GL_DIFFUSE, ToGlColor(kind.Diffuse, float(kind.Translucent)).data());
+    }
+    if (!before || before->Specular != kind.Specular)
+        glMaterialfv(face, GL_SPECULAR, ToGlColor(kind.Specular).data());
+    if (!before || before->Emission != kind.Emission)
+        glMaterialfv(face, GL_EMISSION, ToGlColor(kind.Emission).data());
+    if (!before || before->Shininess != kind.Shininess) {
+        const auto shininess = GLfloat(kind.Shininess);
+        glMaterialfv(face, GL_SHININESS, &shininess);
+    }
+}
+
 double TOglMaterial::GetTranslucent() const {
     return Tmaterial::GetTranslucent();
 }

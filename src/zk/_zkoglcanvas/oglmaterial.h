@@ -18,6 +18,10 @@ class TOglMaterial : public Tmaterial {
   public:
     TOglMaterial();
 
+    /// Makes the values of `kind` OpenGL's current material, without an object; only those that differ from `before`,
+    /// if it is known what the material of that face was.
+    static void Pass(const Tmaterialkind& kind, const Tmaterialkind* before = nullptr);
+
     /// The canvas; one that is not null sets the defaults: specular and ambient white, emission and diffuse grey,
     /// shininess 0.1, opaque, for the front.
     void SetParent(TZkOglCanvas* canvas);

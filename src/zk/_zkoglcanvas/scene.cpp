@@ -6,6 +6,7 @@
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
 #include <zk/_zkoglcanvas/scene.h>
+#include <zk/_zkoglcanvas/sceneplan.h>
 #include <zk/host/message.h>
 
 #include <QScopeGuard>
@@ -29,9 +30,7 @@ void TZKOglScene::SetZkOglCanvas(TZkOglCanvas* canvas) {
         TZkOglCanvas* const old = canvas_;
         old->DeleteDisplayList(old->IndexOfDisplayList(this));
         RemoveFreeNotification(old);
-        if (list_ != 0 && old->CheckCurrent())
-            glDeleteLists(list_, 1);
-        list_ = 0;
+        deleteLists(old);
     }
     canvas_ = canvas;
     if (canvas_) {
@@ -50,6 +49,19 @@ void TZKOglScene::SetZkOglCanvas(TZkOglCanvas* canvas) {
     Invalidate();
 }
 
+// Without a context they have gone with it.
+void TZKOglScene::deleteLists(TZkOglCanvas* canvas) {
+    if (canvas->CheckCurrent()) {
+        if (list_ != 0)
+            glDeleteLists(list_, 1);
+        for (const Group& group : groups_)
+            glDeleteLists(group.list, 1);
+    }
+    list_ = 0;
+    groups_.clear();
+    plan_.clear();
+}
+
 void TZKOglScene::Notification(QObject* component, TOperation operation) {
     const bool ownShape = operation == TOperation::opRemove && INdexOfShape(component) >= 0;
     TDisplayList::Notification(component, operation);
@@ -66,6 +78,7 @@ void TZKOglScene::Notification(QObject* component, TOperation operation) {
 
 void TZKOglScene::Invalidate() {
     compiled_ = false;
+    planIsCurrent_ = false;
 }
 
 void TZKOglScene::Changed(QObject* /*sender*/) {
@@ -91,10 +104,12 @@ void TZKOglScene::SetVisible(bool visible) {
     if (!canvas_ || !canvas_->CheckCurrent())
         return;
     if (!canvas_->IsPainting() && glIsList(list_)) {
-        // The list runs once outside the paint cycle; within one it would show, wherever the matrix is. Shapes that are
-        // turned about a line off the origin leave the matrix changed; the view must not keep that.
+        // The list runs once outside the paint cycle; within one it would show, wherever the matrix is. It may leave
+        // matrix and attributes changed; the view must not keep that.
         const Tmatrix matrix = canvas_->GetOglModelMatrix();
+        glPushAttrib(GL_CURRENT_BIT | GL_ENABLE_BIT | GL_LIGHTING_BIT | GL_POLYGON_BIT | GL_TEXTURE_BIT);
         glCallList(list_);
+        glPopAttrib();
         canvas_->SetOglModelMatrix(matrix);
     }
     Invalidate();
@@ -105,9 +120,15 @@ void TZKOglScene::SetVisible(bool visible) {
 // --- playing --------------------------------------------------------------------------------------------------------
 
 void TZKOglScene::Play() {
-    if (!canvas_ || !canvas_->HasContext() || list_ == 0 || !GetVisible())
+    if (!canvas_ || !canvas_->HasContext() || list_ == 0 || !GetVisible() || playing_)
         return;
     const QPointer<TZkOglCanvas> canvas = canvas_;
+    const QPointer<TZKOglScene> self = this;
+    playing_ = true;
+    const auto played = qScopeGuard([&self] {
+        if (self)
+            self->playing_ = false;
+    });
     const Tmatrix savedMatrix = canvas->GetModelMatrix();
     const TAttributesKind savedAttributes = canvas->getAttributeskind();
     auto restore = qScopeGuard([&] {
@@ -126,8 +147,14 @@ void TZKOglScene::Play() {
     OGLError();
 
     if (canvas->IsSelecting()) {
-        if (!compiled_ || !empty_)  // a scene that was refused before it had ever been compiled shows nothing
-            TDisplayList::Play();
+        if (compiled_ && empty_)
+            return;  // a scene that was refused before it had ever been compiled shows nothing
+        pick_ = std::make_unique<PickVolume>();
+        const auto picked = qScopeGuard([&self] {
+            if (self)
+                self->pick_.reset();
+        });
+        TDisplayList::Play();
         return;
     }
     if (compiled_ && canvas->GetAutoCompile()) {
@@ -137,7 +164,6 @@ void TZKOglScene::Play() {
         return;
     }
     OGLError();
-    const QPointer<TZKOglScene> self = this;
     const bool compile = canvas->AskBeforeCompile();
     if (!self || !canvas || !canvas_ || list_ == 0)
         return;  // the handler has taken the scene away
@@ -153,14 +179,18 @@ void TZKOglScene::Play() {
 void TZKOglScene::compileAndPlay() {
     const QPointer<TZKOglScene> self = this;
     const QPointer<TZkOglCanvas> canvas = canvas_;
+    plan();
     glDeleteLists(list_, 1);
     glNewList(list_, GL_COMPILE_AND_EXECUTE);
     OGLError();
     {
-        const auto end = qScopeGuard([&canvas] {
+        const auto end = qScopeGuard([&canvas, &self] {
+            if (self)
+                self->compiling_ = false;
             if (canvas && canvas->CheckCurrent())
                 glEndList();
         });
+        compiling_ = true;
         TDisplayList::Play();
     }
     OGLError();

@@ -3,6 +3,11 @@
 #include <zk/_zkcomtypes/attributes.h>
 #include <zk/_zkcomtypes/displaylist.h>
 #include <zk/_zkoglcanvas/canvas.h>
+#include <zk/_zkoglcanvas/keptshape.h>
+
+#include <cstddef>
+#include <memory>
+#include <vector>
 
 namespace zk {
 
@@ -12,7 +17,12 @@ namespace zk {
 /// The transform lies outside the list: moving a scene compiles nothing. The setters of the transform repaint at once.
 /// A scene belongs to at most one canvas, which does not own it, and does not own its shapes.
 ///
-/// During a pick the shapes are played one by one instead of through the list, without compiling and without the
+/// **Cost.** What its shapes draw is kept from one compilation to the next where nobody but this library draws them
+/// (see `TCustomShape`), each in a list of its own that the scene's list calls: to compile a scene of which one shape
+/// has changed is to draw that shape and to call the others.
+///
+/// During a pick the shapes are played one by one instead of through the list, and only those that can reach the
+/// pick's clip planes (user code is always asked), without compiling and without the
 /// canvas's compile events: some drivers lose or crash on primitives of several kinds in a list that is played in
 /// selection mode. `OnPlay` handlers are therefore called for picks, too (`TZkOglCanvas::IsSelecting`).
 class TZKOglScene : public TDisplayList {
@@ -35,6 +45,7 @@ class TZKOglScene : public TDisplayList {
 
     /// Unlike the shapes' flag this one repaints at once and compiles every scene of the canvas again.
     void SetVisible(bool visible) override;
+    /// Draws the scene; the canvas calls it. A scene that is being played is not played again inside itself.
     void Play() override;
     /// What the list holds is out of date; the next repaint compiles it again. Does not repaint.
     void Invalidate() override;
@@ -48,6 +59,10 @@ class TZKOglScene : public TDisplayList {
     bool IsCompiled() const { return compiled_; }
     /// OpenGL's name of the list, 0 for none.
     unsigned ListName() const { return list_; }
+
+    /// A shape is somewhere else or has another form: where shapes are is found out anew at the next compilation, and
+    /// until then picks play them all. The shapes call it; `Invalidate` implies it.
+    void ForgetBounds() { planIsCurrent_ = false; }
 
     Tattributes* getAttributes() const { return attributes_.get(); }
     /// Takes the values of `attributes` over; the object itself stays the caller's.
@@ -70,8 +85,25 @@ class TZKOglScene : public TDisplayList {
     void SetDrehgeradeRichtung(const QString& text);
     QString GetDrehgeradeRichtung() const;
 
+  protected:
+    void PlayShape(std::size_t index, TZkShape& shape) override;
+    std::size_t NextToPlay(std::size_t index, std::size_t count) override;
+
   private:
+    struct Planned;
+    struct Group;
+    struct PickVolume;
+
     void compileAndPlay();
+    void deleteLists(TZkOglCanvas* canvas);
+    void plan();
+    void lookAtShapes();
+    void regroup();
+    bool canStay(const Group& group, std::size_t first) const;
+    std::size_t newGroup(std::size_t first);
+    bool playGroup(std::size_t index);
+    void bringBackAttributes();
+    void pickShape(std::size_t index, TZkShape& shape);
 
     TZkOglCanvas* canvas_ = nullptr;
     unsigned list_ = 0;
@@ -81,6 +113,20 @@ class TZKOglScene : public TDisplayList {
     TGerade drehGerade_{{0, 0, 0}, {0, 0, 1}};
     double drehwinkel_ = 0;
     std::unique_ptr<Tattributes> attributes_;
+
+    std::vector<Planned> plan_;  // what the last compilation made of each entry of the list of shapes
+    std::vector<Group> groups_;
+    bool planIsCurrent_ = false;
+
+    // While the shapes are played:
+    bool playing_ = false;
+    bool compiling_ = false;
+    bool userCodeRan_ = false;        // anything may be other than it was planned
+    bool attributesChanged_ = false;  // groups leave their attributes behind
+    TAttributesKind inForce_;         // what shapes with `ParentAttributes` draw with
+    FaceStyle faces_;                 // how faces are drawn
+    std::size_t playedUntil_ = 0;     // the entries before this one have been drawn with their group
+    std::unique_ptr<PickVolume> pick_;
 };
 
 }  // namespace zk

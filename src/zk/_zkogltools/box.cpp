@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <typeinfo>
 
 namespace zk {
 
@@ -26,6 +27,10 @@ void TZKOglBox::SetB(double width) {
 void TZKOglBox::SetC(double height) {
     c_ = height;
     Invalidate();
+}
+
+bool TZKOglBox::DrawsOnlyItself() const {
+    return typeid(*this) == typeid(TZKOglBox);
 }
 
 void TZKOglBox::Doplay() {

@@ -28,6 +28,9 @@ class TZKOglBox : public TCustomShape {
 
     void Doplay() override;
 
+  protected:
+    bool DrawsOnlyItself() const override;
+
   private:
     double a_ = 1.0;
     double b_ = 1.0;

@@ -1,5 +1,6 @@
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
+#include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
@@ -7,9 +8,12 @@
 #include <zk/_zkoglcanvas/scene.h>
 #include <zk/_zkogltools/customshape.h>
 
+#include <QMetaMethod>
 #include <QScopeGuard>
 
 #include <cmath>
+#include <numbers>
+#include <utility>
 
 namespace zk {
 
@@ -24,6 +28,52 @@ void translate(const TXYZ& by) {
 void translateBack(const TXYZ& by) {
     glTranslated(-by.x, -by.y, -by.z);
 }
+
+/// The place of a shape, as it was when drawing it began: a handler may change or delete the shape meanwhile.
+struct Placement {
+    TXYZ translation;
+    TGerade line;
+    double degrees;
+
+    void Apply() const {
+        translate(translation);
+        translate(line.Origin);
+        glRotated(degrees, line.Direction.x, line.Direction.y, line.Direction.z);
+        translateBack(line.Origin);
+    }
+
+    // The two moves by the axis point stand in each other's place, on purpose: see the comment of the class.
+    void Undo() const {
+        translateBack(line.Origin);
+        glRotated(-degrees, line.Direction.x, line.Direction.y, line.Direction.z);
+        translate(line.Origin);
+        translateBack(translation);
+    }
+
+    /// False for a line without a direction worth the name: drivers differ in what they make of it.
+    bool IsDefined() const { return degrees == 0 || (std::isfinite(degrees) && Len(line.Direction) > 1e-3); }
+
+    /// As OpenGL turns: counter-clockwise for whom the direction points at. After O. Rodrigues, 1840.
+    TXYZ Turned(const TXYZ& point) const {
+        if (degrees == 0)
+            return point;
+        const double angle = degrees * std::numbers::pi / 180.0;
+        const TXYZ axis = Mul(line.Direction, 1.0 / Len(line.Direction));
+        const TXYZ across = Mul(Vekt(axis, point), std::sin(angle));
+        const TXYZ along = Mul(axis, Skal(axis, point) * (1 - std::cos(angle)));
+        return Add(Add(Mul(point, std::cos(angle)), across), along);
+    }
+
+    TXYZ Placed(const TXYZ& point) const { return Add(Add(Turned(Sub(point, line.Origin)), line.Origin), translation); }
+
+    /// What `Undo` leaves of `Apply`: the turn cancels, the moves by the axis point leave twice the way that the turn
+    /// takes it.
+    TXYZ Remainder() const {
+        if (degrees == 0 || line.Origin == Nullxyz)
+            return Nullxyz;
+        return Mul(Sub(line.Origin, Turned(line.Origin)), 2.0);
+    }
+};
 
 }  // namespace
 
@@ -49,6 +99,13 @@ bool TCustomShape::checkCurrent() const {
 // --- changes --------------------------------------------------------------------------------------------------------
 
 void TCustomShape::Invalidate() {
+    DropDrawing();
+    if (auto* scene = qobject_cast<TZKOglScene*>(GetDisplayList()))
+        scene->ForgetBounds();
+    mark();
+}
+
+void TCustomShape::mark() {
     if (IsLoadingOrStoring() || (ComponentState() & csDestroying) || changing_)
         return;
     const ChangeBracket bracket(checkCurrent() ? GetZkOglcanvas() : nullptr);
@@ -161,10 +218,7 @@ void TCustomShape::Play() {
     if (!canvas || !canvas->CheckCurrent() || !visible_)
         return;
     const QPointer<TCustomShape> self = this;
-    // A handler may delete or change the shape while it is drawn; what was done is undone by these.
-    const TXYZ translation = translation_;
-    const TGerade line = drehGerade_;
-    const double angle = drehwinkel_;
+    const Placement placement{translation_, drehGerade_, drehwinkel_};
     // In a pick nothing gets a colour; only how polygons are rasterised decides what is met.
     const bool ownAttributes = !parentAttributes_ && !canvas->IsSelecting();
     TAttributesKind savedAttributes;
@@ -179,10 +233,7 @@ void TCustomShape::Play() {
         OGLError();
     }
 
-    translate(translation);
-    translate(line.Origin);
-    glRotated(angle, line.Direction.x, line.Direction.y, line.Direction.z);
-    translateBack(line.Origin);
+    placement.Apply();
     OGLError();
     if (!nohit_) {
         canvas->SetHit(HitName());
@@ -196,11 +247,7 @@ void TCustomShape::Play() {
         canvas->SetUnitsPerCm(units);
         if (ownAttributes)
             canvas->SetAttributeskind(savedAttributes);
-        // The two moves by the axis point stand in each other's place, on purpose: see the class comment.
-        translateBack(line.Origin);
-        glRotated(-angle, line.Direction.x, line.Direction.y, line.Direction.z);
-        translate(line.Origin);
-        translateBack(translation);
+        placement.Undo();
         OGLError();
     });
     if (std::fabs(scale_) > smallestScale)
@@ -216,32 +263,91 @@ void TCustomShape::Play() {
 
 void TCustomShape::Doplay() {}
 
+// As SetVisible, but the shape itself draws as before when the copy is done.
+void TCustomShape::showCopy(bool visible) {
+    visible_ = visible;
+    // A pick must not mark anything for compilation.
+    if (TZkOglCanvas* canvas = GetZkOglcanvas(); canvas && !canvas->IsSelecting() && canvas->CheckCurrent())
+        mark();
+}
+
 void TCustomShape::PlayCopy(TCustomShape& shape, bool visible) {
     const QPointer<TCustomShape> copied = &shape;
     const bool wasVisible = shape.visible_;
     const bool wasNohit = shape.nohit_;
     const bool wasCopy = shape.playedAsCopy_;
-    // Each change marks the scene of the copied shape for compilation. A pick must not do that.
-    const auto show = [&copied](bool on) {
-        if (const TZkOglCanvas* canvas = copied->GetZkOglcanvas(); canvas && canvas->IsSelecting())
-            copied->visible_ = on;
-        else
-            copied->SetVisible(on);
-    };
     const auto restore = qScopeGuard([&] {
         if (!copied)
             return;
         copied->playedAsCopy_ = wasCopy;
-        copied->SetNohit(wasNohit);
-        show(wasVisible);
+        copied->nohit_ = wasNohit;
+        copied->showCopy(wasVisible);
     });
-    show(visible);
-    if (copied)
-        copied->SetNohit(true);
-    if (copied) {
-        copied->playedAsCopy_ = true;
-        copied->Play();
+    shape.showCopy(visible);
+    if (!copied)
+        return;
+    copied->nohit_ = true;
+    copied->playedAsCopy_ = true;
+    copied->Play();
+}
+
+// --- what a scene keeps ---------------------------------------------------------------------------------------------
+
+bool TCustomShape::CanBeKept() const {
+    static const QMetaMethod onPlay = QMetaMethod::fromSignal(&TZkShape::OnPlay);
+    if (!DrawsOnlyItself() || isSignalConnected(onPlay) || playedAsCopy_)
+        return false;
+    if (!Placement{translation_, drehGerade_, drehwinkel_}.IsDefined())
+        return false;
+    if (parentAttributes_)
+        return true;
+    const Tmaterial* material = attributes_->getMaterial();
+    const TTexture* texture = attributes_->getTexture();
+    const TPolyAttributes* style = attributes_->getPolyStyle();
+    // Values that OpenGL refuses are to be refused at every compilation. A material for the back leaves the front to
+    // the shapes before it.
+    return material && texture && style && !texture->GetVisible() && material->GetFace() == glfront &&
+           material->GetShininess() >= 0 && material->GetShininess() <= 128 && style->GetMode() >= glpoint &&
+           style->GetMode() <= glfill;
+}
+
+Drawn TCustomShape::DrawKept(const FaceStyle& style) {
+    const Placement placement{translation_, drehGerade_, drehwinkel_};
+    const double scale = std::fabs(scale_) > smallestScale ? scale_ : 1.0;
+    // Without a remainder the matrix comes back as it was; with one, by the very steps that leave it.
+    const bool leavesRemainder = !(placement.Remainder() == Nullxyz);
+    if (!leavesRemainder)
+        glPushMatrix();
+    if (drehwinkel_ != 0)
+        placement.Apply();
+    else
+        translate(translation_);
+    if (leavesRemainder)
+        glPushMatrix();
+    if (!nohit_)
+        glLoadName(GLuint(HitName()));
+    if (scale != 1.0)
+        glScaled(scale, scale, scale);
+    Drawn drawn = GetZkOglcanvas()->DrawInto(style, [this] { Doplay(); });
+    glPopMatrix();
+    if (leavesRemainder)
+        placement.Undo();
+
+    const Bounds geometry = std::exchange(drawn.Box, Bounds());
+    for (int corner = 0; corner < 8 && !geometry.IsEmpty(); ++corner) {
+        const TXYZ point{corner & 1 ? geometry.High.x : geometry.Low.x, corner & 2 ? geometry.High.y : geometry.Low.y,
+                         corner & 4 ? geometry.High.z : geometry.Low.z};
+        drawn.Box.Add(placement.Placed(Mul(point, scale)));
     }
+    return drawn;
+}
+
+bool TCustomShape::Remainder(TXYZ& by) const {
+    const Placement placement{translation_, drehGerade_, drehwinkel_};
+    if (!placement.IsDefined())
+        return false;
+    by = placement.Remainder();
+    return true;
 }
 
 // --- the mouse ------------------------------------------------------------------------------------------------------

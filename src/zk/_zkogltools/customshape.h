@@ -3,6 +3,7 @@
 #include <zk/_zkcomtypes/attributes.h>
 #include <zk/_zkcomtypes/shape.h>
 #include <zk/_zkoglcanvas/hit.h>
+#include <zk/_zkoglcanvas/keptshape.h>
 
 #include <memory>
 
@@ -22,7 +23,11 @@ class TZkOglCanvas;
 ///
 /// **Changes.** Every setter marks the scene and repaints, unless a `SetChanging` bracket is open or a form is being
 /// loaded.
-class TCustomShape : public TZkShape, public HitTarget {
+///
+/// **Cost.** What a shape of this library draws is kept from one compilation of its scene to the next, until the shape
+/// changes. A shape with a handler for `OnPlay`, one of a class that overrides `Doplay` or `Play`, and a copy
+/// (`TZKOglRefShape`) are played each time.
+class TCustomShape : public TZkShape, public HitTarget, public KeptShape {
     Q_OBJECT
     Q_PROPERTY(zk::Tattributes* Attributes READ getAttributes WRITE setAttributes)
     Q_PROPERTY(zk::TDisplayList* Scene READ GetDisplayList WRITE SetDisplayList)
@@ -94,6 +99,12 @@ class TCustomShape : public TZkShape, public HitTarget {
     /// The geometry, in the shape's own frame.
     virtual void Doplay();
 
+    bool CanBeKept() const override;
+    bool IsShown() const override { return visible_; }
+    const Tattributes* KeptAttributes() const override { return parentAttributes_ ? nullptr : attributes_.get(); }
+    Drawn DrawKept(const FaceStyle& style) override;
+    bool Remainder(TXYZ& by) const override;
+
     /// Each tells the event of the same name, with this shape as sender.
     void MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y) override;
     void MouseMove(TShiftState shift, int x, int y) override;
@@ -105,11 +116,21 @@ class TCustomShape : public TZkShape, public HitTarget {
     void OnMouseUp(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
 
   protected:
+    /// True if the shape is of this very class, and `Doplay` draws from the shape's own values alone, through the
+    /// canvas.
+    virtual bool DrawsOnlyItself() const { return false; }
+
+    /// The shape draws something else from now on. Every `Invalidate` implies it.
+    void DropDrawing() { ++Kept().Version; }
+
     /// Plays `shape` for a shape that draws it as its own geometry: visible as told, and never named for picking, so
     /// that a click on it is a click on the shape that is being played. `shape` is left as it was.
     static void PlayCopy(TCustomShape& shape, bool visible);
 
   private:
+    void mark();
+    void showCopy(bool visible);
+
     TXYZ translation_{0, 0, 0};
     TGerade drehGerade_{{0, 0, 0}, {0, 0, 1}};
     double drehwinkel_ = 0;

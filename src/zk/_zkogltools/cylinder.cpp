@@ -1,6 +1,8 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkogltools/cylinder.h>
 
+#include <typeinfo>
+
 namespace zk {
 
 TZKOglCylinder::TZKOglCylinder(QObject* owner) : TCustomShape(owner) {}
@@ -32,6 +34,10 @@ void TZKOglCylinder::SetStacks(int stacks) {
 void TZKOglCylinder::SetResolution(int resolution) {
     resolution_ = resolution;
     Invalidate();
+}
+
+bool TZKOglCylinder::DrawsOnlyItself() const {
+    return typeid(*this) == typeid(TZKOglCylinder);
 }
 
 void TZKOglCylinder::Doplay() {

@@ -37,6 +37,9 @@ class TZKOglCylinder : public TCustomShape {
 
     void Doplay() override;
 
+  protected:
+    bool DrawsOnlyItself() const override;
+
   private:
     int resolution_ = 10;
     double height_ = 2.0;

@@ -3,6 +3,8 @@
 #include <zk/_zkogltools/plane.h>
 #include <zk/_zkxyz/array.h>
 
+#include <typeinfo>
+
 namespace zk {
 
 TZKOglPlane::TZKOglPlane(QObject* owner) : TCustomShape(owner) {}
@@ -13,8 +15,13 @@ TZKOglPlane::~TZKOglPlane() {
 
 void TZKOglPlane::SetData(const QStringList& lines) {
     data_ = lines;
+    DropDrawing();
     if (TDisplayList* scene = GetDisplayList())
         scene->Invalidate();
+}
+
+bool TZKOglPlane::DrawsOnlyItself() const {
+    return typeid(*this) == typeid(TZKOglPlane);
 }
 
 void TZKOglPlane::Doplay() {

@@ -33,6 +33,9 @@ class TZKOglPlane : public TCustomShape {
 
     void Doplay() override;
 
+  protected:
+    bool DrawsOnlyItself() const override;
+
   private:
     QStringList data_;
 };

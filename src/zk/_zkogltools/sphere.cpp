@@ -3,6 +3,7 @@
 #include <zk/_zkogltools/sphere.h>
 
 #include <algorithm>
+#include <typeinfo>
 
 namespace zk {
 
@@ -19,6 +20,11 @@ void TZKOglSphere::SetR(double radius) {
 
 void TZKOglSphere::SetResolution(int resolution) {
     resolution_ = std::max(resolution, 1);
+    DropDrawing();
+}
+
+bool TZKOglSphere::DrawsOnlyItself() const {
+    return typeid(*this) == typeid(TZKOglSphere);
 }
 
 void TZKOglSphere::Doplay() {

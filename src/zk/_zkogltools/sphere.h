@@ -28,6 +28,9 @@ class TZKOglSphere : public TCustomShape {
 
     void Doplay() override;
 
+  protected:
+    bool DrawsOnlyItself() const override;
+
   private:
     double r_ = 1.0;
     int resolution_ = 10;
