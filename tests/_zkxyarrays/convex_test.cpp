@@ -153,6 +153,25 @@ TEST(DOConvex, HolesTakeFewPieces) {
     EXPECT_EQ(Pieces({Rect(0, 0, 10, 10), diamond}).size(), 7u);
 }
 
+// Of two holes equally near to the outline the first one is joined to it, the other to that one: the outline gets one
+// vertex, beside the first.
+TEST(DOConvex, TheFirstOfEquallyNearHolesComesFirst) {
+    const Poly outline = Rect(0, 0, 10, 4);
+    const Poly left = Rect(2, 1, 2, 2);
+    const Poly right = Rect(4.5, 1, 2, 2);
+    for (const bool leftFirst : {true, false}) {
+        const Faces faces = leftFirst ? Faces{outline, left, right} : Faces{outline, right, left};
+        std::vector<double> added;
+        for (const Poly& piece : Pieces(faces))
+            for (const TXYZ& p : piece)
+                if ((p.y == 0 || p.y == 4) && p.x != 0 && p.x != 10)
+                    added.push_back(p.x);
+        ASSERT_FALSE(added.empty());
+        for (const double x : added)
+            EXPECT_EQ(x <= 4, leftFirst) << x;
+    }
+}
+
 TEST(DOConvex, AHoleThatTouches) {
     std::mt19937 random(3);
     const Poly outline = Rect(0, 0, 4, 4);
