@@ -24,8 +24,8 @@ inline double Turn(const TXY& a, const TXY& b, const TXY& c) {
 
 class Cutter {
   public:
-    // The number of pieces.
-    std::size_t Run(const inputs::FaceInput& face) {
+    // The pieces; none where clipping got stuck.
+    std::vector<inputs::Poly> Run(const inputs::FaceInput& face) {
         std::size_t most = face.outline.size();
         for (const auto& hole : face.holes)
             most += hole.size() + 2;
@@ -233,7 +233,7 @@ class Cutter {
     }
 
     // Half edge i goes from corner i of the triangles to the next one of its triangle.
-    std::size_t Merge() {
+    std::vector<inputs::Poly> Merge() {
         const auto count = static_cast<std::uint32_t>(triangles_.size());
         std::vector<std::uint32_t> next(count), previous(count), twin(count, None);
         std::unordered_map<std::uint64_t, std::uint32_t> byEnds;
@@ -254,7 +254,7 @@ class Cutter {
             }
         }
         const auto at = [&](std::uint32_t e) -> const TXY& { return P(triangles_[e]); };
-        std::size_t pieces = count / 3;
+        std::vector<std::uint8_t> gone(count, 0);
         for (std::uint32_t e = 0; e < count; ++e) {
             const std::uint32_t t = twin[e];
             if (t == None || t < e)
@@ -266,9 +266,19 @@ class Cutter {
             previous[next[t]] = previous[e];
             next[previous[t]] = next[e];
             previous[next[e]] = previous[t];
-            --pieces;
+            gone[e] = gone[t] = 1;
         }
-        return complete_ ? pieces : 0;
+        std::vector<inputs::Poly> pieces;
+        for (std::uint32_t start = 0; complete_ && start < count; ++start) {
+            if (gone[start])
+                continue;
+            inputs::Poly& piece = pieces.emplace_back();
+            for (std::uint32_t e = start; !gone[e]; e = next[e]) {
+                gone[e] = 1;
+                piece.push_back(at(e));
+            }
+        }
+        return pieces;
     }
 
     std::vector<Node> nodes_;

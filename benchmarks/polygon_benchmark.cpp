@@ -293,7 +293,7 @@ void ConvexPieces() {
             pieces = out.Count();
         });
         std::size_t theirs = 0;
-        const double theirTime = Time([&] { theirs = earclipping::Cutter().Run(input); });
+        const double theirTime = Time([&] { theirs = earclipping::Cutter().Run(input).size(); });
         const std::string name = std::to_string(n) + " vertices, " + std::to_string(holes) + " holes of 20";
         std::printf("%-34s %10.1f %8d %16.1f %8zu %8.2f %8.3f\n", name.c_str(), time, pieces, theirTime, theirs,
                     time / theirTime, pieces / static_cast<double>(theirs));

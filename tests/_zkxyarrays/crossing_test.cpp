@@ -133,6 +133,18 @@ TEST(CrossEx, OutsideTheEdgesIsNone) {
     EXPECT_FALSE(Classify({0, 0}, {1, 0}, {0, 1}, {1, 1}, e, f).crossed);     // parallel
 }
 
+TEST(CrossEx, EndsAreReachedWithinTheTolerance) {
+    const TXY e{3, 0}, f{2, 2};
+    // s just below and just above 1: at the vertex in either case.
+    for (const double x : {1 - 0.5e-10, 1.0, 1 + 0.5e-10})
+        EXPECT_EQ(Classify({0, 0}, {1, 0}, {x, -1}, {x, 1}, e, f).code, 1) << x;
+    EXPECT_EQ(Classify({0, 0}, {1, 0}, {1 - 2e-10, -1}, {1 - 2e-10, 1}, e, f).code, 10);
+    EXPECT_FALSE(Classify({0, 0}, {1, 0}, {1 + 2e-10, -1}, {1 + 2e-10, 1}, e, f).crossed);
+    // The same of t.
+    EXPECT_TRUE(Classify({0, 0}, {2, 0}, {1, -1}, {1, -0.5e-10}, e, {0, -1}).crossed);
+    EXPECT_FALSE(Classify({0, 0}, {2, 0}, {1, -1}, {1, -2e-10}, e, {0, -1}).crossed);
+}
+
 TEST(CrossEx, StartsBelongToTheEdgeBefore) {
     const TXY e{9, 9}, f{9, 8};
     EXPECT_FALSE(Classify({1, 0}, {3, 0}, {1, -1}, {1, 1}, e, f).crossed);  // s 0
@@ -181,6 +193,27 @@ TEST(CrossEx, FirstEdgeEnds) {
     EXPECT_EQ(Classify({2, 0}, {1, 0}, {1, -1}, {1, 1}, {0, 0}, {9, 9}).code, -1);
     // The next edge runs along the second one.
     EXPECT_FALSE(Classify({0, 0}, {1, 0}, {1, -1}, {1, 1}, {1, 0.5}, {9, 9}).crossed);
+}
+
+// Inside of both edges, but so near to an end, in edges so short, that the end's side cannot be told.
+TEST(CrossEx, TooShortToTellTheSide) {
+    const Classified k = Classify({0, 0}, {3e-3, 0}, {3e-3 - 3e-9, -2e-3}, {3e-3 - 3e-9, 1e-3}, {9, 9}, {9, 8});
+    EXPECT_FALSE(k.crossed);
+    EXPECT_NEAR(k.s, 1 - 1e-6, 1e-12);
+    EXPECT_NEAR(k.code, -9e-12, 1e-15);
+    EXPECT_EQ(k.x, (TXY{77, 77}));
+    EXPECT_EQ(Classify({0, 0}, {3e-3, 0}, {2e-3, -2e-3}, {2e-3, 1e-3}, {9, 9}, {9, 8}).code, 10);
+}
+
+// Edges on one line meet at the end points b and d only.
+TEST(CrossEx, OnOneLine) {
+    // b inside c-d, and the first polygon turns off to one side, to the other, or goes on along the line.
+    EXPECT_EQ(Classify({0, 0}, {2, 0}, {1, 0}, {3, 0}, {3, 1}, {4, 4}).code, -1);
+    EXPECT_EQ(Classify({0, 0}, {2, 0}, {1, 0}, {3, 0}, {3, -1}, {4, 4}).code, 1);
+    EXPECT_FALSE(Classify({0, 0}, {2, 0}, {1, 0}, {3, 0}, {5, 0}, {4, 4}).crossed);
+    // d inside a-b: the first goes on along the second's edge.
+    EXPECT_FALSE(Classify({0, 0}, {3, 0}, {2, 0}, {1, 0}, {3, 1}, {1, 1}).crossed);
+    EXPECT_FALSE(Classify({0, 0}, {1, 0}, {2, 0}, {3, 0}, {1, 1}, {4, 4}).crossed);
 }
 
 TEST(CrossEx, NotAcceptedLeavesThePoint) {
@@ -264,6 +297,39 @@ TEST(Cross, TwoSquares) {
     EXPECT_EQ(list[1]->Point, (TXY{2, 1}));
     EXPECT_EQ(list[0]->EdgeIndex, -list[1]->EdgeIndex);
     EXPECT_EQ(std::abs(list[0]->EdgeIndex), 10);
+}
+
+// A corner of a lies on an edge of b. Forward, the edge that ends there finds it; backwards, so does the other one,
+// with the code negated. Where the corner passes through, the two are one crossing; where it only touches, the two
+// remain, at one position and with different signs.
+TEST(Cross, ACornerIsLookedAtFromBothSides) {
+    const auto b = Polygon({{2, -5}, {9, -5}, {9, 5}, {2, 5}});
+    TCrossList forward;
+    const auto through = Polygon({{0, 0}, {2, 0}, {4, 1}, {4, 3}, {0, 3}});
+    Cross(*through, *b, forward, false);
+    ASSERT_EQ(forward.Count(), 2);
+    EXPECT_EQ(forward[0]->Param, 3.5);
+    EXPECT_EQ(std::abs(forward[0]->EdgeIndex), 10);
+    EXPECT_EQ(forward[1]->Param, 1);
+    EXPECT_EQ(forward[1]->OtherParam, 3.5);
+    EXPECT_EQ(forward[1]->EdgeIndex * 10, -forward[0]->EdgeIndex);
+    EXPECT_FALSE(forward[1]->Flag);
+    TCrossList both;
+    Cross(*through, *b, both, true);
+    ASSERT_EQ(both.Count(), 2);
+    EXPECT_EQ(both[1]->Param, 1);
+    EXPECT_EQ(both[1]->EdgeIndex, forward[1]->EdgeIndex);
+    TCrossList touching;
+    Cross(*Polygon({{0, 0}, {2, 0}, {0, 1}}), *b, touching, true);
+    ASSERT_EQ(touching.Count(), 2);
+    EXPECT_EQ(touching[0]->Param, 1);
+    EXPECT_EQ(touching[1]->Param, 1);
+    EXPECT_EQ(touching[0]->EdgeIndex, -touching[1]->EdgeIndex);
+    EXPECT_NE(touching[0]->Flag, touching[1]->Flag);
+    // Without the second look a touching corner looks like a single crossing, which is none.
+    TCrossList once;
+    Cross(*Polygon({{0, 0}, {2, 0}, {0, 1}}), *b, once, false);
+    EXPECT_EQ(once.Count(), 0);
 }
 
 TEST(Cross, TooFewVerticesLeaveTheListAlone) {

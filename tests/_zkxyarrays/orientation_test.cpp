@@ -74,6 +74,9 @@ TEST(Orientation, ReversingSwapsInPlace) {
     auto odd = Polygon3d({{1, 0, 0}, {2, 0, 0}, {3, 0, 0}});
     Invertiere(*odd);
     EXPECT_EQ(Points(*odd), (std::vector<TXYZ>{{3, 0, 0}, {2, 0, 0}, {1, 0, 0}}));
+    auto flat = Polygon({{1, 0}, {2, 5}, {3, 0}});
+    Invertiere(*flat);
+    EXPECT_EQ(Points(*flat), (std::vector<TXY>{{3, 0}, {2, 5}, {1, 0}}));
     auto none = Polygon({});
     Invertiere(*none);
     EXPECT_EQ(none->Count, 0);

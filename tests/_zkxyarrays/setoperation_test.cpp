@@ -256,10 +256,24 @@ TEST(SetOperation, WithoutAnArea) {
         EXPECT_TRUE(Combine(square, p, false).empty());
         EXPECT_TRUE(Combine(p, p, true).empty());
     }
+}
+
+// It crosses nothing, and is inside of the other or not.
+TEST(SetOperation, ASinglePoint) {
+    const Poly square = Rect(0, 0, 2, 2);
+    const Poly inside{{1, 1}};
     const Poly outside{{5, 5}};
     EXPECT_EQ(Combine(square, outside, true), (std::vector<Poly>{square, outside}));
-    EXPECT_EQ(Combine(square, {{1, 1}}, true), std::vector<Poly>{square});
+    EXPECT_EQ(Combine(outside, square, true), (std::vector<Poly>{outside, square}));
     EXPECT_TRUE(Combine(square, outside, false).empty());
+    EXPECT_EQ(Combine(square, inside, true), std::vector<Poly>{square});
+    EXPECT_EQ(Combine(square, inside, false), std::vector<Poly>{inside});
+    EXPECT_EQ(Combine(inside, square, false), std::vector<Poly>{inside});
+    EXPECT_EQ(Combine(inside, outside, true), (std::vector<Poly>{inside, outside}));
+    EXPECT_TRUE(Combine(inside, inside, false).empty());
+    EXPECT_EQ(Combine(inside, {}, true), std::vector<Poly>{inside});
+    EXPECT_TRUE(Combine(inside, {}, false).empty());
+    EXPECT_TRUE(Combine({}, {}, true).empty());
 }
 
 TEST(SetOperation, NoNumbersTakeNoPart) {

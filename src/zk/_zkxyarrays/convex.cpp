@@ -26,6 +26,12 @@ void Append(detail::Face& face, TlistOFxyzArray& out) {
 void DOConvex(const TlistOFxyzArray& faces, TlistOFxyzArray& out) {
     detail::Face face;
     const int count = faces.Count();
+    // With what joining adds: at most two vertices at either end of each way to a hole.
+    std::size_t vertices = 0;
+    for (int i = 0; i < count; ++i)
+        if (const TXYZARRAY* array = faces.Getitem(i))
+            vertices += array->Items().size() + 4;
+    face.vertices.reserve(vertices);
     if (count == 0 || !faces.Getitem(0) || !face.SetOutline(faces.Getitem(0)->Items()))
         return;
     for (int i = 1; i < count; ++i)

@@ -1,4 +1,3 @@
-#include <zk/_zkmath/vector.h>
 #include <zk/_zkxyarrays/exact.h>
 #include <zk/_zkxyarrays/face.h>
 
@@ -8,12 +7,13 @@
 namespace zk::detail {
 namespace {
 
-bool IsFinite(const TXYZ& p) {
-    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
-}
-
 double Coordinate(const TXYZ& p, int axis) {
     return axis == 0 ? p.x : axis == 1 ? p.y : p.z;
+}
+
+// As in _zkmath, here for the compiler to see.
+TXYZ Minus(const TXYZ& a, const TXYZ& b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
 }
 
 std::vector<TXYZ> Distinct(std::span<const TXYZ> points) {
@@ -29,8 +29,8 @@ std::vector<TXYZ> Distinct(std::span<const TXYZ> points) {
 
 // What exact decisions can take. Beyond, a face has no pieces.
 bool InRange(const TXYZ& p) {
-    const auto fits = [](double x) { return x == 0 || (std::fabs(x) < 1e70 && std::fabs(x) > 1e-60); };
-    return IsFinite(p) && fits(p.x) && fits(p.y) && fits(p.z);
+    const auto fits = [](double x) { return (x == 0) | ((std::fabs(x) < 1e70) & (std::fabs(x) > 1e-60)); };
+    return fits(p.x) & fits(p.y) & fits(p.z);
 }
 
 }  // namespace
@@ -61,11 +61,15 @@ bool Face::AddRing(std::span<const TXYZ> points, bool hole) {
     if (n < 3 || !std::ranges::all_of(distinct, InRange))
         return false;
     const TXY first = Flat(distinct[0]);
+    const TXY second = Flat(distinct[1]);
     double area = 0;
     bool flat = true;
-    for (std::size_t i = 1; i + 1 < n; ++i) {
-        area += RoughTurn(first, Flat(distinct[i]), Flat(distinct[i + 1])).value;
-        flat = flat && Orientation(first, Flat(distinct[1]), Flat(distinct[i + 1])) == 0;
+    TXY at = second;
+    for (std::size_t i = 2; i < n; ++i) {
+        const TXY next = Flat(distinct[i]);
+        area += RoughTurn(first, at, next).value;
+        flat = flat && Orientation(first, second, next) == 0;
+        at = next;
     }
     if (flat)
         return false;
@@ -87,8 +91,12 @@ bool Face::AddRing(std::span<const TXYZ> points, bool hole) {
 
 bool Face::SetOutline(std::span<const TXYZ> points) {
     TXYZ normal;
-    for (std::size_t i = 1; i + 1 < points.size(); ++i)
-        normal = zk::Add(normal, Vekt(Sub(points[i], points[0]), Sub(points[i + 1], points[0])));
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        const TXYZ u = Minus(points[i], points[0]);
+        const TXYZ v = Minus(points[i + 1], points[0]);
+        normal = {normal.x + (u.y * v.z - u.z * v.y), normal.y + (u.z * v.x - u.x * v.z),
+                  normal.z + (u.x * v.y - u.y * v.x)};
+    }
     const double x = std::fabs(normal.x);
     const double y = std::fabs(normal.y);
     const double z = std::fabs(normal.z);

@@ -53,6 +53,6 @@ struct Pieces {
 };
 
 // In a fixed order.
-Pieces CutConvex(Face& face);
+Pieces CutConvex(const Face& face);
 
 }  // namespace zk::detail

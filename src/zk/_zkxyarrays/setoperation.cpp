@@ -18,13 +18,14 @@ void Append(TlistOFXYArray& list, std::span<const TXY> points) {
     ArrayAddData(*list.AddArray(), static_cast<int>(points.size()), points.data());
 }
 
-// One of the polygons, or both, have no area.
-void WithoutArea(const TXYARRAY& a, const TXYARRAY& b, const detail::Outline (&outlines)[2], TlistOFXYArray& result) {
+// One of the polygons, or both, have no area. A lone point crosses nothing and is inside of the other or not.
+void WithoutArea(const TXYARRAY& a, const TXYARRAY& b, const detail::Outline (&outlines)[2], TlistOFXYArray& result,
+                 bool unite) {
     const TXYARRAY* const given[2] = {&a, &b};
     for (int of = 0; of < 2; ++of) {
         const auto points = given[of]->Items();
-        const bool lonePoint = points.size() == 1 && !PktInside(points[0], *given[1 - of]);
-        if (!outlines[of].work.empty() || lonePoint)
+        const bool lonePoint = points.size() == 1 && PktInside(points[0], *given[1 - of]) != unite;
+        if (lonePoint || (unite && !outlines[of].work.empty()))
             Append(result, points);
     }
 }
@@ -61,8 +62,7 @@ void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, 
     detail::Outline outlines[2];
     detail::Prepare(a.Items(), b.Items(), outlines);
     if (outlines[0].work.empty() || outlines[1].work.empty()) {
-        if (unite)
-            WithoutArea(a, b, outlines, result);
+        WithoutArea(a, b, outlines, result, unite);
         return;
     }
     if (TryAppend(a, b, outlines, result, unite))

@@ -23,8 +23,9 @@ namespace zk {
 //
 // Bad input: a polygon without an area (fewer than three points in different places, or all on a line), or with a
 // coordinate that is infinite or NaN, takes no part: the union is a copy of the other one, the intersection nothing.
-// A polygon of a single point only is still copied into the union where that point is not inside the other. Coordinates
-// smaller than 1e-138 of the largest one are rounded for the decisions.
+// Only a polygon of a single point counts as crossing nothing: it is copied into the union where it is not inside the
+// other, and into the intersection where it is. Coordinates smaller than 1e-138 of the largest one are rounded for the
+// decisions.
 //
 // Where a polygon crosses itself on a stretch that it shares with the other one, both get a vertex at the rounded
 // crossing point, and what is on either side of it is off by that rounding: the last digit mostly, up to 1e-8 of the
