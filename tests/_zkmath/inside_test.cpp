@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <random>
 #include <vector>
@@ -131,6 +132,33 @@ TEST(PktInside, IsTheRuleOnRandomPolygons) {
         inside += In(p, poly);
     }
     EXPECT_GT(inside, 4000);
+}
+
+// Most of a large polygon is above or below the ray, many vertices in a row.
+TEST(PktInside, IsTheRuleWhereManyVerticesAreOnOneSide) {
+    const double NaN = std::numeric_limits<double>::quiet_NaN();
+    std::mt19937 random(2);
+    std::uniform_real_distribution<double> number(-1.1, 1.1);
+    int inside = 0;
+    for (int round = 0; round < 5000; ++round) {
+        const std::size_t n = 3 + static_cast<std::size_t>(round) % 90;
+        std::vector<TXY> poly(n);
+        std::vector<TXYI> pixels(n);
+        for (std::size_t i = 0; i < n; ++i) {
+            const double angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(n);
+            poly[i] = {std::cos(angle), std::sin(angle)};
+            pixels[i] = {static_cast<std::int32_t>(20 * poly[i].x), static_cast<std::int32_t>(20 * poly[i].y)};
+        }
+        if (round % 10 == 0)
+            poly[random() % n].y = NaN;
+        // Every other one at the height of a vertex.
+        const TXY p{number(random), round % 2 ? poly[random() % n].y : number(random)};
+        const TXYI pi{static_cast<std::int32_t>(20 * p.x), pixels[random() % n].y};
+        ASSERT_EQ(In(p, poly), InByTheRule(p, poly)) << round;
+        ASSERT_EQ(In(pi, pixels), InByTheRule(pi, pixels)) << round;
+        inside += In(p, poly);
+    }
+    EXPECT_GT(inside, 1500);
 }
 
 }  // namespace
