@@ -2,6 +2,9 @@
 
 #include <zk/host/color.h>
 #include <zk/host/component.h>
+#include <zk/host/controlcanvas.h>
+#include <zk/host/drawingcanvas.h>
+#include <zk/host/drawinglayer.h>
 #include <zk/host/floattext.h>
 #include <zk/host/glsurface.h>
 #include <zk/host/message.h>

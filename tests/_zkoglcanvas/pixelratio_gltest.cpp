@@ -1,5 +1,7 @@
 #include "glform.h"
 
+#include <zk/_zkdevice/canvas2d.h>
+
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -95,4 +97,35 @@ TEST(PixelRatio, AClickMeetsWhatIsUnderThePointerToThePixel) {
         form.Click({57, 100});
         EXPECT_EQ(pressed, 1);
     }
+}
+
+// A rectangle drawn over the picture covers the same place, and its outline is as wide as on any display.
+TEST(PixelRatio, WhatIsDrawnOverThePictureIsInItsCoordinates) {
+    GlForm form({200, 200});
+    const double ratio = form.control->devicePixelRatioF();
+    form.canvas->Refresh();
+    TZkCanvas* canvas = form.canvas->GetZKCanvas();
+    canvas->SetBrush(QBrush(QColor(255, 0, 0)));
+    canvas->FillRect(QRect(40, 80, 60, 20));
+    canvas->SetPixel(120, 120, 0x0000FF);
+    GlForm::Settle();
+    const QImage screen = form.Screen();
+    int width = 0;
+    int height = 0;
+    int pixel = 0;
+    for (int i = 0; i < screen.width(); ++i) {
+        width += isRed(screen.pixelColor(i, int(90 * ratio)));
+        height += isRed(screen.pixelColor(int(70 * ratio), i));
+    }
+    for (int y = int(118 * ratio); y < int(123 * ratio); ++y)
+        for (int x = int(118 * ratio); x < int(123 * ratio); ++x)
+            pixel += isRed(screen.pixelColor(x, y));
+    EXPECT_NEAR(width, 60 * ratio, 1);
+    EXPECT_NEAR(height, 20 * ratio, 1);
+    EXPECT_GE(pixel, std::floor(ratio) * std::floor(ratio));
+    EXPECT_LE(pixel, std::ceil(ratio) * std::ceil(ratio));
+    EXPECT_TRUE(isRed(screen.pixelColor(int(41 * ratio), int(81 * ratio))));
+    EXPECT_TRUE(isRed(screen.pixelColor(int(99 * ratio) - 1, int(99 * ratio) - 1)));
+    EXPECT_EQ(canvas->GetPixel(120, 120), 0x0000FFU);
+    EXPECT_EQ(canvas->GetPixel(20, 120), 0U);
 }

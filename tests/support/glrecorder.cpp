@@ -258,6 +258,12 @@ extern "C" void GLAPIENTRY glSelectBuffer(GLsizei size, GLuint* buffer) {
     real(size, buffer);
 }
 
+extern "C" void GLAPIENTRY glDrawPixels(GLsizei width, GLsizei height, GLenum format, GLenum type, const void* pixels) {
+    static const auto real = REAL(glDrawPixels);
+    record("glDrawPixels", width, height, format, type);
+    real(width, height, format, type, pixels);
+}
+
 extern "C" void GLAPIENTRY glTexImage2D(GLenum target, GLint level, GLint components, GLsizei width, GLsizei height,
                                         GLint border, GLenum format, GLenum type, const void* pixels) {
     static const auto real = REAL(glTexImage2D);

@@ -11,9 +11,12 @@
 #include <zk/_zkoglcanvas/ogltexture.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
 #include <zk/_zkoglcanvas/scene.h>
+#include <zk/host/controlcanvas.h>
+#include <zk/host/drawinglayer.h>
 #include <zk/host/message.h>
 
 #include <QMetaMethod>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cmath>
@@ -42,6 +45,8 @@ void TZkOglCanvas::SetWinControl(QWidget* control) {
         if (auto* host = qobject_cast<TZKOglControl*>(old); host && host->Canvas() == this)
             host->SetCanvas(nullptr);
     }
+    if (controlCanvas_)
+        controlCanvas_->SetControl(control);
     if (!control) {
         Setdc(nullptr);
         winControl_ = nullptr;
@@ -76,6 +81,7 @@ void TZkOglCanvas::Setdc(GlSurface* surface) {
         surface_->RemoveUser();
     }
     surface_ = surface;
+    useLayer(surface_ ? DrawingLayer::Of(surface_->Control()) : nullptr);
     if (surface_) {
         surface_->AddUser();
         connect(surface_, &GlSurface::Lost, this, &TZkOglCanvas::surfaceLost);
@@ -108,6 +114,7 @@ void TZkOglCanvas::makeContext() {
     surface_->ShowNotice(whyNot);
     if (!context_)
         return;
+    context_->SetOverlay([this] { drawLayer(); });
 
     glEnable(GL_CULL_FACE);
     glCullFace(GL_BACK);
@@ -280,7 +287,15 @@ void TZkOglCanvas::BeginPaint() {
         return;
     PrintLn(QStringLiteral("TZkOglCanvas.BeginPaint"));
     if (selecting_) {
-        playScenes();  // nothing is drawn in selection mode, so there is nothing to clear and nothing to show
+        // Nothing is drawn in selection mode, so there is nothing to clear and nothing to show.
+        const QPointer<DrawingLayer> layer = layer_;
+        const auto heard = qScopeGuard([layer] {
+            if (layer)
+                layer->SetMuted(false);
+        });
+        if (layer)
+            layer->SetMuted(true);
+        playScenes();
         return;
     }
     if (!surface_->IsExposed())
@@ -307,6 +322,7 @@ void TZkOglCanvas::drawPicture() {
     glClearColor(background[0], background[1], background[2], background[3]);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     OGLError();
+    beginLayer();
     playScenes();
 }
 

@@ -17,8 +17,11 @@
 
 namespace zk {
 
+class ControlCanvas;
+class DrawingLayer;
 class RenderContext;
 class TZKOglScene;
+class TZkCanvas;
 
 /// A projection device that draws with OpenGL into a control: it owns the control's rendering context and the viewing
 /// set-up, plays its scenes at every repaint and finds what lies under a pixel.
@@ -273,6 +276,19 @@ class TZkOglCanvas : public TZKDevice {
     bool GetLightModelTwoSided() const { return lightModelTwoSided_; }
     void SetLightModelTwoSided(bool on);
 
+    // --- drawing over the picture (canvas_overlay.cpp) ---
+
+    /// The 2D canvas of the window control, in its pixels; null without one. Made at the first call, owned by the
+    /// canvas, and from then on the canvas's 2D device. What it draws appears above the picture, in a repaint with it
+    /// and otherwise when the event loop runs next, and stays until the next repaint. Drawing in a pick does nothing.
+    TZkCanvas* GetZKCanvas();
+    /// Draws the axes of the model over the picture: white lines of one centimetre, with "x+", "y+" and "z+" at their
+    /// ends. Nothing without a context.
+    void DrawOrg();
+    /// Draws a square of 8 pixels over the picture at the place of every light that is on, with the pen and the brush
+    /// of the 2D canvas. Nothing without a context.
+    void DrawLights();
+
   Q_SIGNALS:
     /// A scene is about to be compiled; `DoCompile` comes true, and false keeps what the scene's list holds.
     void OnBeforeCompile(QObject* sender, bool& DoCompile);
@@ -299,11 +315,19 @@ class TZkOglCanvas : public TZKDevice {
     void playScenes();
     void setClipPlanesAround(const TXY& point, double halfWidth);
     std::vector<Tlight*> lightList() const;
+    void useLayer(DrawingLayer* layer);
+    void beginLayer();
+    void showLayer();
+    void drawLayer();
+    QColor pictureAt(const QPoint& pixel);
     void quadricFills(const TXYZ& low, const TXYZ& high, int slices, int stacks);
 
     QWidget* winControl_ = nullptr;
     QPointer<GlSurface> surface_;  // goes with the control, and a plain widget tells of that only afterwards
     std::unique_ptr<RenderContext> context_;
+    QPointer<DrawingLayer> layer_;  // what is drawn over the picture
+    QPointer<TZkCanvas> zkCanvas_;
+    QPointer<ControlCanvas> controlCanvas_;
     std::vector<TZKOglScene*> scenes_;
     std::vector<THitItem> hits_;
     bool autoCompile_ = true;

@@ -1,5 +1,6 @@
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/picturekeeper.h>
+#include <zk/_zkoglcanvas/pixeldrawing.h>
 
 #include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
@@ -124,34 +125,7 @@ class PixelKeeper final : public PictureKeeper {
     void BringBack() override {
         if (pixels_.empty())
             return;
-        glPushAttrib(GL_ALL_ATTRIB_BITS);
-        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        for (const GLenum step : {GL_LIGHTING, GL_TEXTURE_1D, GL_TEXTURE_2D, GL_FOG, GL_BLEND, GL_ALPHA_TEST,
-                                  GL_DEPTH_TEST, GL_STENCIL_TEST, GL_SCISSOR_TEST, GL_COLOR_LOGIC_OP})
-            glDisable(step);
-        for (GLenum plane = GL_CLIP_PLANE0; plane <= GL_CLIP_PLANE5; ++plane)
-            glDisable(plane);
-        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-        glPixelZoom(1, 1);
-        glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-        glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-        glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
-        glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
-        glViewport(0, 0, size_.width(), size_.height());
-        glMatrixMode(GL_PROJECTION);
-        glPushMatrix();
-        glLoadIdentity();
-        glMatrixMode(GL_MODELVIEW);
-        glPushMatrix();
-        glLoadIdentity();
-        glRasterPos2i(-1, -1);
-        glDrawPixels(size_.width(), size_.height(), GL_RGBA, GL_UNSIGNED_BYTE, pixels_.data());
-        glMatrixMode(GL_PROJECTION);
-        glPopMatrix();
-        glMatrixMode(GL_MODELVIEW);
-        glPopMatrix();
-        glPopClientAttrib();
-        glPopAttrib();
+        PixelDrawing(size_).Replace(pixels_.data());
     }
 
   private:

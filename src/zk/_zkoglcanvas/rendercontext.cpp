@@ -92,27 +92,40 @@ void RenderContext::swap() {
 }
 
 void RenderContext::Keep() {
+    if (!MakeCurrent())
+        return;
+    keptSize_ = surface_.PixelSize();
+    keeper_->Keep(keptSize_);
+}
+
+void RenderContext::BringBack() {
     if (MakeCurrent())
-        keeper_->Keep(surface_.PixelSize());
+        keeper_->BringBack();
 }
 
 void RenderContext::Present() {
     if (!MakeCurrent())
         return;
     Keep();
+    if (overlay_)
+        overlay_();
     swap();
 }
 
 void RenderContext::PresentAgain() {
     if (!MakeCurrent())
         return;
-    keeper_->BringBack();
+    BringBack();
+    if (overlay_)
+        overlay_();
     swap();
 }
 
 void RenderContext::SetKeeping(PictureKeeper::Way way) {
-    if (MakeCurrent())
-        keeper_ = PictureKeeper::Create(way);
+    if (!MakeCurrent())
+        return;
+    keeper_ = PictureKeeper::Create(way);
+    keptSize_ = {};
 }
 
 }  // namespace zk

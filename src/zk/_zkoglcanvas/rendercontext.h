@@ -39,12 +39,22 @@ class RenderContext {
     /// Keeps what has been drawn into the back buffer for `PresentAgain`, without showing it.
     void Keep();
 
-    /// Shows what has been drawn into the back buffer: the first swap of a repaint. The picture is kept for
-    /// `PresentAgain`.
+    /// Shows what has been drawn into the back buffer, and the overlay above it: the first swap of a repaint. The
+    /// picture without the overlay is kept for `PresentAgain`.
     void Present();
 
-    /// Shows the picture of the last `Present` once more: the second swap of a repaint.
+    /// Shows the picture of the last `Present` once more, with the overlay of now: the second swap of a repaint, and
+    /// every further one.
     void PresentAgain();
+
+    /// Draws over each picture that is shown; called with the context current. Empty (at first) draws nothing.
+    void SetOverlay(std::function<void()> overlay) { overlay_ = std::move(overlay); }
+
+    /// Brings the picture of the last `Present` back into the back buffer, without showing it.
+    void BringBack();
+
+    /// False before the first `Present`, and when the window has another size than it had then.
+    bool HasPicture() const { return keptSize_ == surface_.PixelSize(); }
 
     /// Replaces the exchange of front and back buffer; an empty function brings the window system's back. It is called
     /// with the context current. For tests and for measuring.
@@ -65,7 +75,9 @@ class RenderContext {
     std::unique_ptr<QOpenGLContext> context_;
     std::unique_ptr<PictureKeeper> keeper_;
     std::function<void(RenderContext&)> swap_;
+    std::function<void()> overlay_;
     QSize swappedSize_;
+    QSize keptSize_;
 };
 
 }  // namespace zk
