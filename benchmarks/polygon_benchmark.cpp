@@ -34,6 +34,7 @@
 #endif
 #ifdef WITH_CGAL
 #include <CGAL/Boolean_set_operations_2.h>
+#include <CGAL/Constrained_Delaunay_triangulation_2.h>
 #include <CGAL/Exact_predicates_exact_constructions_kernel.h>
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
 #include <CGAL/Polygon_2_algorithms.h>
@@ -162,22 +163,30 @@ std::optional<Result> Boost([[maybe_unused]] const Pair& pair) {
 
 #ifdef WITH_GEOS
 void Silent(const char*, ...) {}
+
+GEOSGeometry* GeosRing(const Poly& p) {
+    const auto n = static_cast<unsigned>(p.size());
+    GEOSCoordSequence* sequence = GEOSCoordSeq_create(n + 1, 2);
+    for (unsigned i = 0; i <= n; ++i) {
+        GEOSCoordSeq_setX(sequence, i, p[i % n].x);
+        GEOSCoordSeq_setY(sequence, i, p[i % n].y);
+    }
+    return GEOSGeom_createLinearRing(sequence);
+}
+
+GEOSGeometry* GeosPolygon(const Poly& outline, const std::vector<Poly>& holes = {}) {
+    std::vector<GEOSGeometry*> rings;
+    for (const Poly& hole : holes)
+        rings.push_back(GeosRing(hole));
+    return GEOSGeom_createPolygon(GeosRing(outline), rings.data(), static_cast<unsigned>(rings.size()));
+}
 #endif
 
 std::optional<Result> Geos([[maybe_unused]] const Pair& pair) {
 #ifdef WITH_GEOS
     initGEOS(Silent, Silent);
-    const auto convert = [](const Poly& p) {
-        const auto n = static_cast<unsigned>(p.size());
-        GEOSCoordSequence* sequence = GEOSCoordSeq_create(n + 1, 2);
-        for (unsigned i = 0; i <= n; ++i) {
-            GEOSCoordSeq_setX(sequence, i, p[i % n].x);
-            GEOSCoordSeq_setY(sequence, i, p[i % n].y);
-        }
-        return GEOSGeom_createPolygon(GEOSGeom_createLinearRing(sequence), nullptr, 0);
-    };
-    GEOSGeometry* a = convert(pair.first);
-    GEOSGeometry* b = convert(pair.second);
+    GEOSGeometry* a = GeosPolygon(pair.first);
+    GEOSGeometry* b = GeosPolygon(pair.second);
     GEOSGeometry* out = nullptr;
     std::optional<Result> result = Result{};
     result->time = Time([&] {
@@ -269,10 +278,49 @@ void SetOperations() {
     Row("coastlines, 10,368 vertices", inputs::Coastlines());
 }
 
+// The libraries cut into triangles only; what it takes to join those is not counted for them.
+std::optional<double> GeosTriangles([[maybe_unused]] const inputs::FaceInput& input) {
+#if defined(WITH_GEOS) && (GEOS_VERSION_MAJOR > 3 || GEOS_VERSION_MINOR >= 10)
+    initGEOS(Silent, Silent);
+    GEOSGeometry* face = GeosPolygon(input.outline, input.holes);
+    const double time = Time([&] { GEOSGeom_destroy(GEOSConstrainedDelaunayTriangulation(face)); });
+    GEOSGeom_destroy(face);
+    finishGEOS();
+    return time;
+#else
+    return {};
+#endif
+}
+
+// Nor is it to find out which of the triangles are in the face.
+std::optional<double> CgalTriangles([[maybe_unused]] const inputs::FaceInput& input) {
+#ifdef WITH_CGAL
+    using Kernel = CGAL::Exact_predicates_inexact_constructions_kernel;
+    const auto convert = [](const Poly& p) {
+        std::vector<Kernel::Point_2> points;
+        for (const TXY& v : p)
+            points.emplace_back(v.x, v.y);
+        return points;
+    };
+    std::vector<std::vector<Kernel::Point_2>> rings{convert(input.outline)};
+    for (const Poly& hole : input.holes)
+        rings.push_back(convert(hole));
+    return Time([&] {
+        CGAL::Constrained_Delaunay_triangulation_2<Kernel> triangles;
+        for (const auto& ring : rings)
+            triangles.insert_constraint(ring.begin(), ring.end(), true);
+    });
+#else
+    return {};
+#endif
+}
+
 void ConvexPieces() {
-    std::printf("\nConvex pieces, microseconds and pieces; ratio: ours to ear clipping and merging (earclipping.h)\n");
-    std::printf("%-34s %10s %8s %16s %8s %8s %8s\n", "", "ours", "pieces", "ears and merging", "pieces", "ratio",
-                "ratio");
+    std::printf(
+        "\nConvex pieces, microseconds and pieces; ears: ear clipping and merging (earclipping.h); GEOS and CGAL: "
+        "triangles only;\nratios: ours to ears, of times and of pieces, and ours to the fastest of GEOS and CGAL\n");
+    std::printf("%-34s %10s %8s %10s %8s %8s %8s %10s %10s %8s\n", "", "ours", "pieces", "ears", "pieces", "ratio",
+                "ratio", "GEOS", "CGAL", "ratio");
     for (const auto& [n, holes] : {std::pair{1000, 10}, std::pair{10000, 100}}) {
         const inputs::FaceInput input = inputs::Face(n, holes);
         TlistOFxyzArray face;
@@ -295,8 +343,20 @@ void ConvexPieces() {
         std::size_t theirs = 0;
         const double theirTime = Time([&] { theirs = earclipping::Cutter().Run(input).size(); });
         const std::string name = std::to_string(n) + " vertices, " + std::to_string(holes) + " holes of 20";
-        std::printf("%-34s %10.1f %8d %16.1f %8zu %8.2f %8.3f\n", name.c_str(), time, pieces, theirTime, theirs,
+        std::printf("%-34s %10.1f %8d %10.1f %8zu %8.2f %8.3f", name.c_str(), time, pieces, theirTime, theirs,
                     time / theirTime, pieces / static_cast<double>(theirs));
+        double best = 0;
+        for (const auto& peer : {GeosTriangles(input), CgalTriangles(input)}) {
+            if (!peer) {
+                std::printf(" %10s", "-");
+                continue;
+            }
+            std::printf(" %10.1f", *peer);
+            best = best == 0 ? *peer : std::min(best, *peer);
+        }
+        if (best > 0)
+            std::printf(" %8.2f", time / best);
+        std::printf("\n");
     }
 }
 
@@ -357,6 +417,23 @@ void InsideTests() {
                  for (const TXY& p : points)
                      inside += bg::within(Point(p.x, p.y), polygon);
              }));
+    }
+#endif
+#ifdef WITH_GEOS
+    {
+        initGEOS(Silent, Silent);
+        GEOSGeometry* polygon = GeosPolygon(star);
+        std::vector<GEOSGeometry*> places;
+        for (const TXY& p : points)
+            places.push_back(GEOSGeom_createPointFromXY(p.x, p.y));
+        peer("GEOS", Time([&] {
+                 for (const GEOSGeometry* place : places)
+                     inside += GEOSContains(polygon, place);
+             }));
+        for (GEOSGeometry* place : places)
+            GEOSGeom_destroy(place);
+        GEOSGeom_destroy(polygon);
+        finishGEOS();
     }
 #endif
 #ifdef WITH_CGAL
