@@ -267,8 +267,8 @@ TEST(DOConvex, RandomFaces) {
         EXPECT_EQ(out, Pieces(faces));
         pieces += out.size();
     }
-    // To cut ears off and join them again, and no more, takes 9,700.
-    EXPECT_LT(pieces, 9000u);
+    // To cut ears off and join them again, and no more, takes 9,700; to turn diagonals once only, 8,954.
+    EXPECT_LT(pieces, 8920u);
 }
 
 TEST(DOConvex, HolesOnAGrid) {

@@ -196,7 +196,7 @@ TEST_F(SetOperationProperty, Identical) {
     Check(300, 1e-13, [&] {
         Poly p = Star(3 + Whole(50), {0, 0}, 0.3, 1);
         Poly q = p;
-        std::ranges::rotate(q, q.begin() + Whole(static_cast<int>(q.size())));
+        std::rotate(q.begin(), q.begin() + Whole(static_cast<int>(q.size())), q.end());
         return Pair{p, q};
     });
 }

@@ -58,7 +58,7 @@ bool SameRing(Poly a, const Poly& b) {
     for (std::size_t i = 0; i < a.size(); ++i) {
         if (a == b)
             return true;
-        std::ranges::rotate(a, a.begin() + 1);
+        std::rotate(a.begin(), a.begin() + 1, a.end());
     }
     return a == b;
 }
