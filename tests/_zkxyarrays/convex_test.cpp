@@ -227,6 +227,27 @@ TEST(DOConvex, OutlinesWithoutPieces) {
     EXPECT_EQ(out.Count(), 0);
 }
 
+// What is next to nothing, as rounding leaves it behind, is taken for nothing and comes out as it is.
+TEST(DOConvex, CoordinatesNextToNothing) {
+    for (const double tiny : {1e-59, 1e-61, 1e-100, 1e-300, 5e-324, -1e-70}) {
+        const Poly l{{tiny, -tiny, 0}, {2, tiny, 0}, {2, 1, 0}, {1, 1, 0}, {1, 2, 0}, {-tiny, 2, 0}, {tiny, tiny, 0}};
+        const Faces pieces = Pieces({l});
+        ASSERT_LE(pieces.size(), 3u);
+        double sum = 0;
+        for (const Poly& piece : pieces) {
+            sum += AreaOf(piece).z / 2;
+            for (const TXYZ& p : piece)
+                EXPECT_EQ(std::ranges::count(l, p), 1) << tiny;
+        }
+        EXPECT_DOUBLE_EQ(sum, 3) << tiny;
+    }
+    Poly dust = Rect(0, 0, 1, 1);
+    for (TXYZ& p : dust)
+        p = Mul(p, 1e-61);
+    EXPECT_TRUE(Pieces({dust}).empty());
+    EXPECT_EQ(Pieces({Rect(0, 0, 1, 1), dust}), Faces{Rect(0, 0, 1, 1)});
+}
+
 TEST(DOConvex, RepeatedPointsCountOnce) {
     const Poly closed{{0, 0, 0}, {0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 0}};
     EXPECT_EQ(Pieces({closed}), Faces{Square3d});

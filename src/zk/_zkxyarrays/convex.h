@@ -17,10 +17,11 @@ namespace zk {
 // meant within rounding: a vertex may lie on the line of its neighbours.
 //
 // Bad input: equal points in a row count once. Nothing is appended for an outline of fewer than three points, without
-// an area, or with a coordinate that is infinite or NaN. Left out is a hole of that kind, one that lies outside of the
-// outline or inside of another hole, and one at a distance of 1e10 or more. A hole may touch the outline, or another
-// hole, in points. For an outline that crosses itself, and for holes that cross something, pieces are still made of the
-// given points and in bounded time, but what they cover is not defined.
+// an area, or with a coordinate that is infinite, NaN, or 1e70 or more. Left out is a hole of that kind, one that lies
+// outside of the outline or inside of another hole, and one at a distance of 1e10 or more. A hole may touch the
+// outline, or another hole, in points. Coordinates below 1e-60 count as 0 when it is decided what to cut. For an
+// outline that crosses itself, and for holes that cross something, pieces are still made of the given points and in
+// bounded time, but what they cover is not defined.
 void DOConvex(const TlistOFxyzArray& faces, TlistOFxyzArray& out);
 
 // The same for a face without holes.

@@ -27,16 +27,20 @@ std::vector<TXYZ> Distinct(std::span<const TXYZ> points) {
     return distinct;
 }
 
-// What exact decisions can take. Beyond, a face has no pieces.
+// What exact decisions can take: beyond Largest a face has no pieces, what is below Smallest counts as 0.
+constexpr double Largest = 1e70;
+constexpr double Smallest = 1e-60;
+
 bool InRange(const TXYZ& p) {
-    const auto fits = [](double x) { return (x == 0) | ((std::fabs(x) < 1e70) & (std::fabs(x) > 1e-60)); };
-    return fits(p.x) & fits(p.y) & fits(p.z);
+    return (std::fabs(p.x) < Largest) & (std::fabs(p.y) < Largest) & (std::fabs(p.z) < Largest);
 }
 
 }  // namespace
 
 TXY Face::Flat(const TXYZ& p) const {
-    return {Coordinate(p, axisX) + 0.0, Coordinate(p, axisY) + 0.0};
+    const double x = Coordinate(p, axisX);
+    const double y = Coordinate(p, axisY);
+    return {std::fabs(x) < Smallest ? 0 : x, std::fabs(y) < Smallest ? 0 : y};
 }
 
 std::uint32_t Face::Add(const TXYZ& point) {
