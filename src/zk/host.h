@@ -8,4 +8,5 @@
 #include <zk/host/floattext.h>
 #include <zk/host/glsurface.h>
 #include <zk/host/message.h>
+#include <zk/host/picture.h>
 #include <zk/host/shiftstate.h>
