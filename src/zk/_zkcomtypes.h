@@ -15,3 +15,4 @@
 #include <zk/_zkcomtypes/shape.h>
 #include <zk/_zkcomtypes/texture.h>
 #include <zk/_zkcomtypes/texturekind.h>
+#include <zk/_zkcomtypes/textureregistry.h>

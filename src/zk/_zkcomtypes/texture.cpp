@@ -54,10 +54,10 @@ TTextureKind TTexture::GettextureKind() const {
 
 void TTexture::SettextureKind(const TTextureKind& Kind) {
     SetChanging(true);
-    // Pixels come with the picture, and none can be loaded yet: every name is that of a picture that cannot be read.
-    SetPixels(nullptr);
-    width_ = 0;
-    height_ = 0;
+    const PTextureItem item = Kind.Picture.isEmpty() ? nullptr : FindPicture(Kind.Picture);
+    SetPixels(item ? item->Pixels : nullptr);
+    width_ = item ? item->Width : 0;
+    height_ = item ? item->Height : 0;
     SetWorldWidth(Kind.WorldWidth);
     SetWorldheight(Kind.WorldHeight);
     SetEnvmode(Kind.EnvMode);
@@ -69,6 +69,10 @@ void TTexture::SettextureKind(const TTextureKind& Kind) {
     SetVisible(Kind.Visible);
     ChangeD();
     SetChanging(false);
+}
+
+PTextureItem TTexture::FindPicture(const QString& Name) {
+    return ZkgetTextureItem(Name);
 }
 
 bool TTexture::GetVisible() const {

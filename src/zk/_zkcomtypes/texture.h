@@ -2,14 +2,21 @@
 
 #include <zk/_zkcomtypes/graphicsobject.h>
 #include <zk/_zkcomtypes/texturekind.h>
+#include <zk/_zkcomtypes/textureregistry.h>
 
 namespace zk {
 
 /// Which picture is laid onto a surface, and how.
 ///
+/// ```
+/// texture->SetPicture("wall.bmp");   // .bmp, .jpg, .jpeg, .ico, .wmf or .emf
+/// texture->SetVisible(true);
+/// ```
+///
 /// A new texture is invisible and otherwise `tkDefault`. Setters store and notify without comparing or checking, except
-/// where noted. No picture file can be loaded yet: a texture keeps the name of its picture but has no pixels and size
-/// 0, as one whose picture cannot be read.
+/// where noted. Pictures live in the registry (`GlbTextures`), each file once, however many textures show it. A picture
+/// that cannot be loaded is told in a message; the texture keeps its name, has no pixels and size 0, and nothing of it
+/// is seen.
 class TTexture : public TZkgraphicsobject {
     Q_OBJECT
     Q_PROPERTY(QString Picture READ GetPicture WRITE SetPicture)
@@ -31,9 +38,9 @@ class TTexture : public TZkgraphicsobject {
     /// The whole description, read through the virtual getters.
     virtual TTextureKind GettextureKind() const;
 
-    /// Takes over a whole description inside one batch, through the virtual setters, so that observers see one change
-    /// at its end. Pixels, width and height of `Kind` are ignored: they come with the picture. The name is cut to
-    /// `PicNameLength` characters.
+    /// Takes over a whole description, and loads its picture if it is not registered, inside one batch, through the
+    /// virtual setters, so that observers see one change at its end. Pixels, width and height of `Kind` are ignored:
+    /// they come with the picture. The name is cut to `PicNameLength` characters.
     virtual void SettextureKind(const TTextureKind& Kind);
 
     virtual bool GetVisible() const;
@@ -75,6 +82,9 @@ class TTexture : public TZkgraphicsobject {
     bool IsBaseSet() const { return baseSet_; }
 
   protected:
+    /// The registered picture for a name that is not empty, loaded if need be; null where that is not possible.
+    virtual PTextureItem FindPicture(const QString& Name);
+
     bool visible_ = false;
     double worldWidth_ = 0;
     double worldHeight_ = 0;
