@@ -11,11 +11,13 @@
 #include <zk/_zkoglcanvas/ogltexture.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
 #include <zk/_zkoglcanvas/scene.h>
+#include <zk/_zkoglcanvas/textureobjects.h>
 #include <zk/host/controlcanvas.h>
 #include <zk/host/drawinglayer.h>
 #include <zk/host/message.h>
 
 #include <QMetaMethod>
+#include <QOpenGLContext>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -27,6 +29,7 @@ TZkOglCanvas::TZkOglCanvas(QObject* owner) : TZKDevice(owner) {
     SetLightClass({"TZKOglLight", [](QObject* lightOwner) -> Tlight* { return new TZKOglLight(lightOwner); }});
     SetColor(0);
     defaultUnitsPerCM_ = GetUnitsPerCm();
+    connect(&TextureNews::Get(), &TextureNews::Removed, this, &TZkOglCanvas::dropTexture);
 }
 
 TZkOglCanvas::~TZkOglCanvas() {
@@ -102,8 +105,23 @@ void TZkOglCanvas::releaseContext(bool plainAttributes) {
         getAttributes()->ReplaceMaterial(new Tmaterial);
         getAttributes()->ReplaceTexture(new TTexture);
     }
+    textures_.reset();
     context_.reset();
     rebindScenes();
+}
+
+// A picture has left the registry. Scenes that show it load it again when they are compiled.
+void TZkOglCanvas::dropTexture(const TPixels& pixels) {
+    if (!textures_)
+        return;
+    QOpenGLContext* const before = QOpenGLContext::currentContext();
+    QSurface* const surface = before ? before->surface() : nullptr;
+    if (CheckCurrent() && textures_->Drop(pixels))
+        for (TZKOglScene* scene : scenes_)
+            scene->ForgetDrawings();
+    // Whoever draws at the moment goes on.
+    if (before && surface && before != QOpenGLContext::currentContext())
+        before->makeCurrent(surface);
 }
 
 void TZkOglCanvas::makeContext() {
@@ -114,6 +132,7 @@ void TZkOglCanvas::makeContext() {
     surface_->ShowNotice(whyNot);
     if (!context_)
         return;
+    textures_ = std::make_unique<TextureObjects>(*context_);
     context_->SetOverlay([this] { drawLayer(); });
 
     glEnable(GL_CULL_FACE);

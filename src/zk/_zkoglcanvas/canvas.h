@@ -20,6 +20,7 @@ namespace zk {
 class ControlCanvas;
 class DrawingLayer;
 class RenderContext;
+class TextureObjects;
 class TZKOglScene;
 class TZkCanvas;
 
@@ -82,6 +83,8 @@ class TZkOglCanvas : public TZKDevice {
     /// The rendering context, or null.
     RenderContext* Context() const { return context_.get(); }
     bool HasContext() const { return context_ != nullptr; }
+    /// The pictures that the rendering context holds; null without one.
+    TextureObjects* Textures() const { return textures_.get(); }
 
     /// Makes the rendering context current, if there is one, unless it is already. Everything that calls OpenGL for
     /// this canvas calls it first. True when there is a context.
@@ -311,6 +314,7 @@ class TZkOglCanvas : public TZKDevice {
     void rebuildModelView();
     void applyModelTransform();
     void rebindScenes();
+    void dropTexture(const TPixels& pixels);
     void drawPicture();
     void playScenes();
     void setClipPlanesAround(const TXY& point, double halfWidth);
@@ -328,6 +332,7 @@ class TZkOglCanvas : public TZKDevice {
     QPointer<DrawingLayer> layer_;  // what is drawn over the picture
     QPointer<TZkCanvas> zkCanvas_;
     QPointer<ControlCanvas> controlCanvas_;
+    std::unique_ptr<TextureObjects> textures_;
     std::vector<TZKOglScene*> scenes_;
     std::vector<THitItem> hits_;
     bool autoCompile_ = true;

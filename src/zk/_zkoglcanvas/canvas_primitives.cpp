@@ -96,8 +96,15 @@ struct TZkOglCanvas::DrawingInto {
 };
 
 FaceStyle TZkOglCanvas::GetFaceStyle() {
-    return {unsigned(GetPolyGonMode()[0]), getAttributes()->getPolyStyle()->GLStyle(), triangleResolution_,
-            orientationSign_, GetClockWise()};
+    const TTexture* texture = getAttributes()->getTexture();
+    const bool textured = texture->GetVisible();
+    return {unsigned(GetPolyGonMode()[0]),
+            getAttributes()->getPolyStyle()->GLStyle(),
+            triangleResolution_,
+            orientationSign_,
+            GetClockWise(),
+            textured,
+            textured ? texture->getBAse() : Unitbase};
 }
 
 Drawn TZkOglCanvas::DrawInto(const FaceStyle& style, const std::function<void()>& draw) {
@@ -130,11 +137,9 @@ void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
     const FaceStyle style = drawingInto_ ? drawingInto_->style : GetFaceStyle();
     const TXYZ normal = Mul(Normalize(areaNormal), style.Orientation);
 
-    const TTexture* texture = getAttributes()->getTexture();
-    const bool textured = !drawingInto_ && texture->GetVisible();
-    TBAse frame = Unitbase;
-    if (textured)
-        frame = texture->IsBaseSet() ? texture->getBAse() : NewBAse(outline);
+    // Every texture here has a base: that of its default description, if nothing else.
+    const bool textured = style.Textured;
+    const TBAse& frame = style.TextureBase;
 
     const bool filled = style.Mode == GL_FILL;
     const bool asItIs = !filled || (style.Resolution == 0 && polygons.Count() == 1 && isConvex(outline, normal));

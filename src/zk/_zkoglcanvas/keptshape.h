@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/materialkind.h>
+#include <zk/_zkcomtypes/texturekind.h>
 #include <zk/_zkxyz/records.h>
 
 #include <cstdint>
@@ -22,11 +23,13 @@ struct Bounds {
 
 /// What decides how faces are drawn, apart from their points and their material.
 struct FaceStyle {
-    unsigned Mode = 0;         ///< how polygons are rasterised: GL_POINT, GL_LINE, GL_FILL
-    unsigned Primitive = 0;    ///< what the points of a face are drawn as
-    double Resolution = 0;     ///< the greatest perimeter of a triangle, 0 for any
-    double Orientation = 1.0;  ///< the sign of normals
-    bool ClockWise = true;     ///< which way round OpenGL sees fronts
+    unsigned Mode = 0;             ///< how polygons are rasterised: GL_POINT, GL_LINE, GL_FILL
+    unsigned Primitive = 0;        ///< what the points of a face are drawn as
+    double Resolution = 0;         ///< the greatest perimeter of a triangle, 0 for any
+    double Orientation = 1.0;      ///< the sign of normals
+    bool ClockWise = true;         ///< which way round OpenGL sees fronts
+    bool Textured = false;         ///< points come with texture coordinates,
+    TBAse TextureBase = Unitbase;  ///< which are those in this frame; `Unitbase` without a texture
 
     friend bool operator==(const FaceStyle&, const FaceStyle&) = default;
 };
@@ -45,6 +48,7 @@ struct KeptDrawing {
         bool Shown = false;
         bool OwnMaterial = false;  ///< false: drawn with what is in force
         Tmaterialkind Material;
+        TTextureKind Texture;  ///< its picture is in OpenGL's hands if it is visible; otherwise a default one
 
         friend bool operator==(const Style&, const Style&) = default;
     };

@@ -3,8 +3,38 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/ogltexture.h>
+#include <zk/_zkoglcanvas/textureobjects.h>
 
 namespace zk {
+
+namespace {
+
+void passRepeat(bool repeat) {
+    const GLint wrap = repeat ? GL_REPEAT : GL_CLAMP;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
+}
+
+void passFilter(TTexFilter filter) {
+    if (filter != glnearest && filter != gllinear)
+        return;
+    const GLint value = filter == gllinear ? GL_LINEAR : GL_NEAREST;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, value);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, value);
+}
+
+void passEnvironment(TTexEnvMode mode) {
+    switch (mode) {
+        case glmodulate:
+            return glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+        case gldecal:
+            return glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
+        case glblend:
+            return glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_BLEND);
+    }
+}
+
+}  // namespace
 
 TOglTexture::TOglTexture(TZkOglCanvas* canvas) : canvas_(canvas) {}
 
@@ -12,13 +42,38 @@ TZkOglCanvas* TOglTexture::canvas() const {
     return qobject_cast<TZkOglCanvas*>(canvas_.data());
 }
 
+// The objects of the canvas's context, which is current then; null without one.
+TextureObjects* TOglTexture::objects() const {
+    TZkOglCanvas* owner = canvas();
+    return owner && owner->CheckCurrent() ? owner->Textures() : nullptr;
+}
+
+PTextureItem TOglTexture::FindPicture(const QString& name) {
+    const TZkOglCanvas* owner = canvas();
+    if (!owner || !owner->IsPainting())
+        return TTexture::FindPicture(name);
+    if (missing_.contains(name) && ZkIndexOfTexture(name) < 0)
+        return nullptr;
+    PTextureItem item = TTexture::FindPicture(name);
+    if (!item)
+        missing_.insert(name);
+    return item;
+}
+
+void TOglTexture::SetPixels(const TPixels& pixels) {
+    TTexture::SetPixels(pixels);
+    if (TextureObjects* all = objects())
+        all->Bind(pixels);
+}
+
 void TOglTexture::SetVisible(bool visible) {
-    const bool shown = visible && GetPixels() && !GetPixels()->empty();
+    const qint64 bytes = 3 * qint64(getwidth()) * getHeight();
+    const bool isThere = bytes > 0 && GetPixels() && qint64(GetPixels()->size()) >= bytes;
+    TextureObjects* all = objects();
+    const bool shown = visible && isThere && all;
     if (shown) {
-        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        glPixelStorei(GL_UNPACK_ALIGNMENT, 1);  // rows of RGB bytes follow each other without a gap
-        glTexImage2D(GL_TEXTURE_2D, 0, 3, getwidth(), getHeight(), 0, GL_RGB, GL_UNSIGNED_BYTE, GetPixels()->data());
-        glPopClientAttrib();
+        all->Upload(GetPixels(), getwidth(), getHeight());
+        all->Bind(GetPixels());
         glEnable(GL_TEXTURE_2D);
     } else {
         glDisable(GL_TEXTURE_2D);
@@ -27,6 +82,7 @@ void TOglTexture::SetVisible(bool visible) {
 }
 
 bool TOglTexture::GetREpeat() const {
+    objects();
     GLint wrap = 0;
     glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, &wrap);
     return wrap == GL_REPEAT;
@@ -34,12 +90,12 @@ bool TOglTexture::GetREpeat() const {
 
 void TOglTexture::SetRepeat(bool repeat) {
     TTexture::SetRepeat(repeat);
-    const GLint wrap = repeat ? GL_REPEAT : GL_CLAMP;
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
+    objects();
+    passRepeat(repeat);
 }
 
 TTexFilter TOglTexture::GetFilter() const {
+    objects();
     GLint filter = 0;
     glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, &filter);
     return filter == GL_LINEAR ? gllinear : glnearest;
@@ -47,14 +103,12 @@ TTexFilter TOglTexture::GetFilter() const {
 
 void TOglTexture::SetFilter(TTexFilter filter) {
     TTexture::SetFilter(filter);
-    if (filter != glnearest && filter != gllinear)
-        return;
-    const GLint value = filter == gllinear ? GL_LINEAR : GL_NEAREST;
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, value);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, value);
+    objects();
+    passFilter(filter);
 }
 
 TTexEnvMode TOglTexture::GetEnvmode() const {
+    objects();
     GLint mode = 0;
     glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &mode);
     if (mode == GL_BLEND)
@@ -64,14 +118,20 @@ TTexEnvMode TOglTexture::GetEnvmode() const {
 
 void TOglTexture::SetEnvmode(TTexEnvMode mode) {
     TTexture::SetEnvmode(mode);
-    switch (mode) {
-        case glmodulate:
-            return glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-        case gldecal:
-            return glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
-        case glblend:
-            return glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_BLEND);
+    objects();
+    passEnvironment(mode);
+}
+
+void TOglTexture::Pass(TextureObjects& objects, const TTextureKind& kind) {
+    if (!kind.Visible) {
+        glDisable(GL_TEXTURE_2D);
+        return;
     }
+    objects.Bind(kind.Pixels);
+    passEnvironment(kind.EnvMode);
+    passFilter(kind.Filter);
+    passRepeat(kind.Repeat);
+    glEnable(GL_TEXTURE_2D);
 }
 
 void TOglTexture::SettextureKind(const TTextureKind& kind) {

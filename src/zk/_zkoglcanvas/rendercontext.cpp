@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QOpenGLContext>
+#include <QScopeGuard>
 #include <QWindow>
 
 namespace zk {
@@ -57,6 +58,7 @@ RenderContext::RenderContext(GlSurface& surface, std::unique_ptr<QOpenGLContext>
 RenderContext::~RenderContext() {
     MakeCurrent();
     keeper_.reset();
+    second_.reset();
     if (QOpenGLContext::currentContext() == context_.get())
         context_->doneCurrent();
 }
@@ -119,6 +121,26 @@ void RenderContext::PresentAgain() {
     if (overlay_)
         overlay_();
     swap();
+}
+
+void RenderContext::OutsideOfLists(const std::function<void()>& calls) {
+    GLint list = 0;
+    glGetIntegerv(GL_LIST_INDEX, &list);
+    if (list != 0 && !second_) {
+        second_ = std::make_unique<QOpenGLContext>();
+        second_->setFormat(context_->format());
+        second_->setShareContext(context_.get());
+        if (!second_->create())
+            second_.reset();
+    }
+    if (list == 0 || !second_ || !second_->shareContext() || !second_->makeCurrent(surface_.Window())) {
+        MakeCurrent();
+        calls();
+        return;
+    }
+    const auto back = qScopeGuard([this] { MakeCurrent(); });
+    calls();
+    glFinish();  // what the first context shows next is complete
 }
 
 void RenderContext::SetKeeping(PictureKeeper::Way way) {

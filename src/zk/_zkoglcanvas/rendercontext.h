@@ -63,6 +63,11 @@ class RenderContext {
     /// The window system's own swap.
     void SwapBuffers();
 
+    /// Runs calls of OpenGL that must not become part of a list. While one is compiled they run in a second context
+    /// that shares its lists and texture objects with this one; nothing else of this context's state is there, and what
+    /// they set is not set here. Where the driver refuses a second context they do become part of the list.
+    void OutsideOfLists(const std::function<void()>& calls);
+
     /// Keeps pictures another way than the best one, to work around a driver. Takes effect at the next `Present`.
     void SetKeeping(PictureKeeper::Way way);
 
@@ -73,6 +78,7 @@ class RenderContext {
 
     GlSurface& surface_;
     std::unique_ptr<QOpenGLContext> context_;
+    std::unique_ptr<QOpenGLContext> second_;  ///< made when it is needed
     std::unique_ptr<PictureKeeper> keeper_;
     std::function<void(RenderContext&)> swap_;
     std::function<void()> overlay_;

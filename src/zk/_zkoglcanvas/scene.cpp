@@ -51,15 +51,20 @@ void TZKOglScene::SetZkOglCanvas(TZkOglCanvas* canvas) {
 
 // Without a context they have gone with it.
 void TZKOglScene::deleteLists(TZkOglCanvas* canvas) {
-    if (canvas->CheckCurrent()) {
-        if (list_ != 0)
-            glDeleteLists(list_, 1);
+    if (canvas->CheckCurrent() && list_ != 0)
+        glDeleteLists(list_, 1);
+    list_ = 0;
+    ForgetDrawings();
+}
+
+void TZKOglScene::ForgetDrawings() {
+    if (canvas_ && canvas_->HasContext())
         for (const Group& group : groups_)
             glDeleteLists(group.list, 1);
-    }
-    list_ = 0;
     groups_.clear();
     plan_.clear();
+    forgotten_ = true;
+    Invalidate();
 }
 
 void TZKOglScene::Notification(QObject* component, TOperation operation) {
@@ -179,6 +184,7 @@ void TZKOglScene::Play() {
 void TZKOglScene::compileAndPlay() {
     const QPointer<TZKOglScene> self = this;
     const QPointer<TZkOglCanvas> canvas = canvas_;
+    forgotten_ = false;
     plan();
     glDeleteLists(list_, 1);
     glNewList(list_, GL_COMPILE_AND_EXECUTE);
@@ -196,7 +202,7 @@ void TZKOglScene::compileAndPlay() {
     OGLError();
     if (!self)
         return;
-    compiled_ = true;
+    compiled_ = !forgotten_;
     empty_ = false;
     if (canvas)
         canvas->TellAfterCompile();

@@ -64,6 +64,9 @@ class TZKOglScene : public TDisplayList {
     /// until then picks play them all. The shapes call it; `Invalidate` implies it.
     void ForgetBounds() { planIsCurrent_ = false; }
 
+    /// Lets go of all that is kept of what shapes drew; the next repaint compiles the scene. Needs the context current.
+    void ForgetDrawings();
+
     Tattributes* getAttributes() const { return attributes_.get(); }
     /// Takes the values of `attributes` over; the object itself stays the caller's.
     void setAttributes(Tattributes* attributes);
@@ -98,6 +101,7 @@ class TZKOglScene : public TDisplayList {
     void deleteLists(TZkOglCanvas* canvas);
     void plan();
     void lookAtShapes();
+    TTextureKind pictureOf(const TTexture& texture);
     void regroup();
     bool canStay(const Group& group, std::size_t first) const;
     std::size_t newGroup(std::size_t first);
@@ -117,6 +121,7 @@ class TZKOglScene : public TDisplayList {
     std::vector<Planned> plan_;  // what the last compilation made of each entry of the list of shapes
     std::vector<Group> groups_;
     bool planIsCurrent_ = false;
+    bool forgotten_ = false;  // `ForgetDrawings` since the compilation began
 
     // While the shapes are played:
     bool playing_ = false;

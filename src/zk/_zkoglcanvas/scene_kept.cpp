@@ -2,8 +2,10 @@
 #include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/oglmaterial.h>
+#include <zk/_zkoglcanvas/ogltexture.h>
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/sceneplan.h>
+#include <zk/_zkoglcanvas/textureobjects.h>
 
 #include <QMetaMethod>
 #include <QScopeGuard>
@@ -18,21 +20,26 @@ namespace {
 /// Passes the attributes of shapes on to the list that is being compiled, as far as they differ from those before.
 class AttributeStream {
   public:
+    explicit AttributeStream(TextureObjects& textures) : textures_(textures) {}
+
     void Pass(const KeptDrawing::Style& style) {
         if (!begun_ || style.Face.Mode != mode_)
             _GlPolyGonMode(0, int(style.Face.Mode));
         mode_ = style.Face.Mode;
-        if (!begun_)
-            glDisable(GL_TEXTURE_2D);
+        if (!begun_ || style.Texture != texture_)
+            TOglTexture::Pass(textures_, style.Texture);
+        texture_ = style.Texture;
         TOglMaterial::Pass(style.Material, begun_ ? &material_ : nullptr);
         material_ = style.Material;
         begun_ = true;
     }
 
   private:
+    TextureObjects& textures_;
     bool begun_ = false;
     unsigned mode_ = 0;
     Tmaterialkind material_;
+    TTextureKind texture_;
 };
 
 }  // namespace
@@ -42,7 +49,10 @@ class AttributeStream {
 // Draws anew what has changed. OpenGL compiles one list at a time, so that this comes before the scene's list is begun.
 // No user code runs in it.
 void TZKOglScene::plan() {
+    // Uploading binds textures: what is in force comes back.
+    glPushAttrib(GL_TEXTURE_BIT);
     lookAtShapes();
+    glPopAttrib();
     regroup();
     planIsCurrent_ = true;
 }
@@ -56,8 +66,7 @@ void TZKOglScene::lookAtShapes() {
     // A material of another face than the front does not paint over what the one before it has left on the front.
     const bool frontOnly = attributes_->getMaterial()->GetFace() == glfront;
     // User code may leave other attributes in force than it has found.
-    bool isKnown = !isSignalConnected(QMetaMethod::fromSignal(&TDisplayList::OnPlay)) &&
-                   !canvas_->getAttributes()->getTexture()->GetVisible();
+    bool isKnown = !isSignalConnected(QMetaMethod::fromSignal(&TDisplayList::OnPlay));
     bool placesAreKnown = true;
     TXYZ moved = Nullxyz;
 
@@ -88,6 +97,9 @@ void TZKOglScene::lookAtShapes() {
                 style.OwnMaterial = true;
                 style.Material = own->getMaterial()->GetMAterialKind();
                 style.Face.Mode = inForce.Face.Mode = own->getPolyStyle()->GLMode();
+                style.Texture = pictureOf(*own->getTexture());
+                style.Face.Textured = style.Texture.Visible;
+                style.Face.TextureBase = style.Texture.Base;
             } else if (!isKnown) {
                 continue;
             }
@@ -100,6 +112,24 @@ void TZKOglScene::lookAtShapes() {
             ++kept->Kept().Version;
         }
     }
+}
+
+// A texture as it comes out when it is passed to the canvas. Its picture goes to OpenGL, which no list may hold.
+TTextureKind TZKOglScene::pictureOf(const TTexture& texture) {
+    TTextureKind kind;
+    kind.Visible = false;
+    auto* inForce = qobject_cast<TOglTexture*>(canvas_->getAttributes()->getTexture());
+    if (!texture.GetVisible() || !inForce || texture.GetPicture().isEmpty())
+        return kind;
+    const PTextureItem item = inForce->FindPicture(texture.GetPicture());
+    if (!item || !item->Pixels)
+        return kind;
+    kind = texture.GettextureKind();
+    kind.Pixels = item->Pixels;
+    kind.Width = item->Width;
+    kind.Height = item->Height;
+    canvas_->Textures()->Upload(kind.Pixels, kind.Width, kind.Height);
+    return kind;
 }
 
 bool TZKOglScene::Group::EndsBefore(std::int32_t oldOfLast, std::int32_t oldOfNext) const {
@@ -182,7 +212,7 @@ std::size_t TZKOglScene::newGroup(std::size_t first) {
         glDeleteLists(group.list, 1);
     });
     glNewList(group.list, GL_COMPILE);
-    AttributeStream attributes;
+    AttributeStream attributes(*canvas_->Textures());
     std::size_t i = first;
     for (; i < plan_.size() && plan_[i].kept; ++i) {
         KeptDrawing& drawing = plan_[i].kept->Kept();
@@ -234,6 +264,8 @@ bool TZKOglScene::playGroup(std::size_t index) {
             const KeptShape& shape = *plan_[index + i].kept;
             FaceStyle faces = shape.Kept().Last.Face;
             faces.Mode = faces_.Mode;
+            faces.Textured = faces_.Textured;
+            faces.TextureBase = faces_.TextureBase;
             if (shape.Kept().Version != group.members[i].version || shape.IsShown() != shape.Kept().Last.Shown ||
                 (shape.IsShown() && (!shape.CanBeKept() || !shape.KeptAttributes())) || faces != faces_)
                 return false;

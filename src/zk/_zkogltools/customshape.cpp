@@ -306,9 +306,8 @@ bool TCustomShape::CanBeKept() const {
     const TPolyAttributes* style = attributes_->getPolyStyle();
     // Values that OpenGL refuses are to be refused at every compilation. A material for the back leaves the front to
     // the shapes before it.
-    return material && texture && style && !texture->GetVisible() && material->GetFace() == glfront &&
-           material->GetShininess() >= 0 && material->GetShininess() <= 128 && style->GetMode() >= glpoint &&
-           style->GetMode() <= glfill;
+    return material && texture && style && material->GetFace() == glfront && material->GetShininess() >= 0 &&
+           material->GetShininess() <= 128 && style->GetMode() >= glpoint && style->GetMode() <= glfill;
 }
 
 Drawn TCustomShape::DrawKept(const FaceStyle& style) {
