@@ -1,4 +1,3 @@
-#include <zk/_zkmath/vector.h>
 #include <zk/_zkxyarrays/distance.h>
 #include <zk/_zkxyarrays/exact.h>
 #include <zk/_zkxyarrays/face.h>
@@ -12,18 +11,22 @@ namespace {
 
 constexpr std::size_t BlockSize = 16;
 constexpr double TooFar2 = 1e20;  // the square of 1e10
-// Nearer than this, in parts of the outline's size, and a hole touches.
+// Nearer than this, in parts of the outline's size in its plane, and a hole touches.
 constexpr double Touching = 1e-14;
 constexpr std::uint32_t None = 0xffffffff;
 
+// In the plane that the face is decided in: nothing is farther apart there than in space.
 struct Box {
-    TXYZ low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
-             std::numeric_limits<double>::infinity()};
-    TXYZ high{-low.x, -low.x, -low.x};
+    TXY low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+    TXY high{-low.x, -low.x};
 
-    void Extend(const TXYZ& p) {
-        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
-        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    void Extend(const TXY& p) {
+        low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+    }
+    void Extend(const Box& o) {
+        low = {std::min(low.x, o.low.x), std::min(low.y, o.low.y)};
+        high = {std::max(high.x, o.high.x), std::max(high.y, o.high.y)};
     }
     // Not more than the square of any distance between the two, also after rounding.
     double Distance2(const Box& o) const {
@@ -32,8 +35,7 @@ struct Box {
         };
         const double x = gap(low.x, high.x, o.low.x, o.high.x);
         const double y = gap(low.y, high.y, o.low.y, o.high.y);
-        const double z = gap(low.z, high.z, o.low.z, o.high.z);
-        return (x * x + y * y + z * z) * (1 - 1e-9);
+        return (x * x + y * y) * (1 - 1e-9);
     }
 };
 
@@ -45,12 +47,11 @@ struct Edges {
 
     void Add(const Face& face, std::uint32_t start) {
         Box box;
-        box.Extend(face.vertices[start].point);
-        box.Extend(face.vertices[face.vertices[start].next].point);
+        box.Extend(face.vertices[start].flat);
+        box.Extend(face.vertices[face.vertices[start].next].flat);
         if (starts.size() % BlockSize == 0)
             blocks.emplace_back();
-        blocks.back().Extend(box.low);
-        blocks.back().Extend(box.high);
+        blocks.back().Extend(box);
         starts.push_back(start);
         boxes.push_back(box);
     }
@@ -167,6 +168,8 @@ void Face::JoinHoles() {
         return;
     const auto collect = [&](const Ring& ring) {
         Edges edges;
+        edges.starts.reserve(ring.count);
+        edges.boxes.reserve(ring.count);
         for (std::uint32_t k = 0, v = ring.first; k < ring.count; ++k, v = vertices[v].next)
             edges.Add(*this, v);
         return edges;
@@ -176,19 +179,15 @@ void Face::JoinHoles() {
     for (std::size_t i = 0; i < waiting.size(); ++i) {
         Waiting& hole = waiting[i];
         hole.edges = collect(rings[i + 1]);
-        for (const Box& block : hole.edges.blocks) {
-            hole.box.Extend(block.low);
-            hole.box.Extend(block.high);
-        }
+        for (const Box& block : hole.edges.blocks)
+            hole.box.Extend(block);
         hole.nearest.distance2 = TooFar2;
         hole.Refresh(*this, outline);
     }
     Box whole;
-    for (const Box& block : outline.blocks) {
-        whole.Extend(block.low);
-        whole.Extend(block.high);
-    }
-    const double touching = Touching * Len(Sub(whole.high, whole.low));
+    for (const Box& block : outline.blocks)
+        whole.Extend(block);
+    const double touching = Touching * std::hypot(whole.high.x - whole.low.x, whole.high.y - whole.low.y);
     const double touching2 = touching * touching;
     while (!waiting.empty()) {
         // The first of the nearest.
