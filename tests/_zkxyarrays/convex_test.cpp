@@ -347,6 +347,43 @@ TEST(DOConvex, WildInputEnds) {
     }
 }
 
+TEST(DOConvex, NumbersBeyondReasonEnd) {
+    const double Infinity = std::numeric_limits<double>::infinity();
+    const double strange[] = {std::numeric_limits<double>::quiet_NaN(),
+                              Infinity,
+                              -Infinity,
+                              std::numeric_limits<double>::max(),
+                              9e69,
+                              -9e69,
+                              1e30,
+                              1e-30,
+                              1e-59,
+                              -1e-300,
+                              0,
+                              1,
+                              2};
+    std::mt19937 random(10);
+    std::size_t pieces = 0;
+    for (int round = 0; round < 3000; ++round) {
+        Faces faces(1 + random() % 3);
+        // Every other round without those that leave no pieces.
+        const std::size_t first = round % 2 ? 4 : 0;
+        for (Poly& p : faces) {
+            p.resize(3 + random() % 9);
+            for (TXYZ& v : p)
+                for (double* x : {&v.x, &v.y, &v.z})
+                    *x = strange[first + random() % (std::size(strange) - first)];
+        }
+        for (const Poly& piece : Pieces(faces)) {
+            ++pieces;
+            ASSERT_GE(piece.size(), 3u);
+            for (const TXYZ& p : piece)
+                ASSERT_TRUE(std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z));
+        }
+    }
+    EXPECT_GT(pieces, 2000u);
+}
+
 // --- cases as files ---
 
 struct FaceCase {
