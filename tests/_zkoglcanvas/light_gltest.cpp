@@ -227,36 +227,3 @@ TEST(Material, OpenGlIsAskedForColours) {
     OGLError();
     EXPECT_EQ(form.messages.Take(), QStringList{"Error: GL_INVALID_VALUE"});
 }
-
-TEST(Texture, ParametersGoToOpenGlAndComeBack) {
-    GlForm form;
-    TTexture* texture = form.canvas->getAttributes()->getTexture();
-    for (const TTexFilter filter : {gllinear, glnearest}) {
-        texture->SetFilter(filter);
-        EXPECT_EQ(texture->GetFilter(), filter);
-    }
-    texture->SetFilter(gllinear);
-    texture->SetFilter(TTexFilter(7));
-    EXPECT_EQ(texture->GetFilter(), gllinear);
-    for (const TTexEnvMode mode : {gldecal, glblend, glmodulate}) {
-        texture->SetEnvmode(mode);
-        EXPECT_EQ(texture->GetEnvmode(), mode);
-    }
-    texture->SetRepeat(false);
-    EXPECT_FALSE(texture->GetREpeat());
-    texture->SetRepeat(true);
-    EXPECT_TRUE(texture->GetREpeat());
-    texture->SetVisible(true);
-    EXPECT_FALSE(texture->GetVisible()) << "there is no picture";
-    EXPECT_FALSE(glIsEnabled(GL_TEXTURE_2D));
-    texture->SetWidth(2);
-    texture->SetHeight(1);
-    texture->SetPixels(
-        std::make_shared<const std::vector<std::uint8_t>>(std::vector<std::uint8_t>{255, 0, 0, 0, 255, 0}));
-    texture->SetVisible(true);
-    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D));
-    GLint width = 0;
-    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
-    EXPECT_EQ(width, 2);
-    texture->SetVisible(false);
-}

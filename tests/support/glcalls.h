@@ -46,7 +46,8 @@ inline Calls Material(const std::string& ambient, const std::string& diffuse, co
 
 /// What a texture without a picture hands to OpenGL.
 inline Calls NoTexture(const std::string& filter = "GL_NEAREST") {
-    return OnMatrix("GL_TEXTURE", "glScaled(1, 1, 1)") + OnMatrix("GL_TEXTURE", "glScaled(1, 1, 1)") +
+    return Calls{"glBindTexture(GL_TEXTURE_2D, 0)"} + OnMatrix("GL_TEXTURE", "glScaled(1, 1, 1)") +
+           OnMatrix("GL_TEXTURE", "glScaled(1, 1, 1)") +
            Calls{"glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, 8448)",
                  "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, " + filter + ")",
                  "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, " + filter + ")",

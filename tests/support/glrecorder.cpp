@@ -185,6 +185,7 @@ int valueCount(GLenum parameter) {
 
 PASS(void, glBegin, (GLenum mode), (mode))
 PASS(void, glBlendFunc, (GLenum source, GLenum destination), (source, destination))
+PASS(void, glBindTexture, (GLenum target, GLuint texture), (target, texture))
 PASS(void, glCallList, (GLuint name), (name))
 PASS(void, glClear, (GLbitfield mask), (mask))
 PASS(void, glClearColor, (GLclampf r, GLclampf g, GLclampf b, GLclampf a), (r, g, b, a))
