@@ -10,3 +10,4 @@
 #include <zk/host/message.h>
 #include <zk/host/picture.h>
 #include <zk/host/shiftstate.h>
+#include <zk/host/timer.h>

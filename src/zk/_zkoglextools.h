@@ -1,0 +1,6 @@
+#pragma once
+
+// Animation and navigation: timers on one clock, paths, the navigator.
+
+#include <zk/_zkoglextools/ogltimer.h>
+#include <zk/_zkoglextools/sequencer.h>
