@@ -4,3 +4,4 @@
 
 #include <zk/_zkoglextools/ogltimer.h>
 #include <zk/_zkoglextools/sequencer.h>
+#include <zk/_zkoglextools/way.h>

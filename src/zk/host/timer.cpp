@@ -111,9 +111,20 @@ void TTimer::apply() {
         clock_.stop();
 }
 
+// A timer may be a part of the component that stands in the designer.
+bool TTimer::inDesigner() const {
+    const QObject* object = this;
+    const ComponentBase* component = this;
+    while (component && !(component->ComponentState() & csDesigning)) {
+        object = object->parent();
+        component = ComponentBase::Of(object);
+    }
+    return component;
+}
+
 void TTimer::Reconsider() {
     const bool shown = windowShown();
-    const bool on = enabled_ && interval_ > 0 && shown && !(ComponentState() & (csDesigning | csDestroying));
+    const bool on = enabled_ && interval_ > 0 && shown && !inDesigner() && !(ComponentState() & csDestroying);
     const State next = !on ? State::Off : NeedsTicks() ? State::Ticking : State::Asleep;
     CatchUp();
     if (next == state_)

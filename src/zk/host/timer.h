@@ -68,6 +68,7 @@ class TTimer : public TComponent {
     enum class State { Off, Asleep, Ticking };
 
     bool windowShown();
+    bool inDesigner() const;
     void watch(QPointer<QWidget>& watched, QWidget* widget);
     void startInterval();
     void apply();

@@ -1,0 +1,121 @@
+#include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkmath.h>
+#include <zk/_zkoglextools/way.h>
+#include <zk/_zkxyz/constants.h>
+#include <zk/host/message.h>
+
+#include <cmath>
+#include <exception>
+
+namespace zk {
+
+TZKOglWay::TZKOglWay(QObject* owner) : TZkShape(owner), timer_(this) {
+    timer_.SetEnabled(false);
+    timer_.SetInterval(timerDelay_);
+    connect(&timer_, &TTimer::OnTimer, this, &TZKOglWay::TimerDoTimer);
+}
+
+TZKOglWay::~TZKOglWay() {
+    AnnounceRemoval();
+    timer_.SetEnabled(false);
+}
+
+int TZKOglWay::COunt() const {
+    if (points_.isEmpty())
+        return 0;
+    const bool closed = Equals(Strtoxyz(points_.first()), Strtoxyz(points_.last()));
+    return int(points_.size()) - (closed ? 1 : 0);
+}
+
+TXYZ TZKOglWay::GetActualPosition() const {
+    // A position next below a whole number is that number, so that sums of steps do not miss a point.
+    const double i = std::trunc(position_ + 1e-7);
+    const double j = std::trunc(position_ + 1.0);
+    const auto last = double(points_.size() - 1);
+    if (!(i >= 0 && i <= last && j >= 0 && j <= last))
+        return Nullxyz;
+    const TXYZ from = Strtoxyz(points_[qsizetype(i)]);
+    const TXYZ to = Strtoxyz(points_[qsizetype(j)]);
+    return Add(from, Mul(Sub(to, from), position_ - i));
+}
+
+TXYZ TZKOglWay::GetActualDirection() const {
+    return Normalize(Sub(GetActualPosition(), Strtoxyz(center_)));
+}
+
+void TZKOglWay::SetData(const QStringList& Points) {
+    points_ = Points;
+}
+
+void TZKOglWay::SetCenter(const QString& Value) {
+    if (Value != center_ && CheckStrtoxyz(Value))
+        center_ = Value;
+}
+
+void TZKOglWay::SetActive(bool Value) {
+    if (Value == active_ || howLong_ == 0 || timerDelay_ == 0)
+        return;
+    active_ = Value;
+    if (!Value || !points_.isEmpty())
+        timer_.SetEnabled(Value);
+}
+
+void TZKOglWay::SetHowLong(std::int32_t Value) {
+    if (howLong_ <= 0)
+        return;
+    howLong_ = Value;
+    computeStep();
+}
+
+void TZKOglWay::SetTimerDelay(std::int32_t Value) {
+    if (Value == timerDelay_ || timerDelay_ < 1)
+        return;
+    timerDelay_ = std::int32_t(NearestDivisor(howLong_, Value).value_or(Value));
+    timer_.SetInterval(Value);
+    computeStep();
+}
+
+void TZKOglWay::computeStep() {
+    if (!points_.isEmpty())
+        step_ = howLong_ == 0 ? 0.0 : double(COunt()) * timerDelay_ / howLong_;
+}
+
+std::optional<std::int64_t> TZKOglWay::NearestDivisor(std::int64_t number, std::int64_t wanted) {
+    constexpr std::int64_t tried = 101;
+    const auto divides = [number](std::int64_t k) { return k != 0 && number % k == 0; };
+    // Both ways at once, outwards: the first that is met is the nearest, and upwards is looked at first.
+    for (std::int64_t distance = 0; distance < tried; ++distance) {
+        if (divides(wanted + distance))
+            return wanted + distance;
+        if (divides(wanted - distance))
+            return wanted - distance;
+    }
+    return std::nullopt;
+}
+
+void TZKOglWay::TimerDoTimer(QObject*) {
+    try {
+        if (timer_.GetEnabled() && !points_.isEmpty())
+            advance();
+    } catch (const std::exception& error) {
+        // The points are no better at the next tick: it is told once.
+        active_ = false;
+        timer_.SetEnabled(false);
+        ShowMessage(QString::fromUtf8(error.what()));
+        return;
+    }
+    try {
+        Q_EMIT OnTimer(this);
+    } catch (const std::exception& error) {
+        ShowMessage(QString::fromUtf8(error.what()));
+    }
+}
+
+void TZKOglWay::advance() {
+    const int count = COunt();
+    position_ += step_;
+    if (Equals(position_, count) || position_ > count)
+        position_ = 0;
+}
+
+}  // namespace zk
