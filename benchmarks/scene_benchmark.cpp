@@ -15,6 +15,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QTest>
 #include <QWidget>
 
@@ -33,7 +34,32 @@ namespace {
 
 using namespace zk;
 
-enum class Kind { boxes, mixed, spheres };
+enum class Kind { boxes, mixed, spheres, textured };
+
+enum class Form3D { box, sphere, cylinder, quad };
+
+Form3D formOf(Kind kind, std::size_t index) {
+    switch (kind) {
+        case Kind::boxes:
+            return Form3D::box;
+        case Kind::mixed:
+            return index % 3 == 0 ? Form3D::box : index % 3 == 1 ? Form3D::sphere : Form3D::cylinder;
+        case Kind::spheres:
+            return Form3D::sphere;
+        case Kind::textured:
+            break;
+    }
+    return Form3D::quad;
+}
+
+/// What all textured objects share.
+QImage picture256() {
+    QImage picture(256, 256, QImage::Format_RGB32);
+    for (int y = 0; y < 256; ++y)
+        for (int x = 0; x < 256; ++x)
+            picture.setPixel(x, y, qRgb(x, y, (x ^ y) & 255));
+    return picture;
+}
 
 double residentMiB() {
     long pages = 0;
@@ -88,17 +114,31 @@ class ByHand {
 
     void Compile() {
         first_ = glGenLists(GLsizei(places_.size()) + 1);
+        const bool textured = kind_ == Kind::textured;
+        if (textured)
+            upload();
         glNewList(first_, GL_COMPILE);
+        if (textured) {
+            glBindTexture(GL_TEXTURE_2D, texture_);
+            glEnable(GL_TEXTURE_2D);
+        }
         for (std::size_t i = 0; i < places_.size(); ++i)
             draw(i);
+        if (textured)
+            glDisable(GL_TEXTURE_2D);
         glEndList();
     }
     void CompileNested() {
         for (std::size_t i = 0; i < places_.size(); ++i)
             compileOne(i);
         glNewList(first_, GL_COMPILE);
+        if (kind_ == Kind::textured) {
+            glBindTexture(GL_TEXTURE_2D, texture_);
+            glEnable(GL_TEXTURE_2D);
+        }
         for (std::size_t i = 0; i < places_.size(); ++i)
             glCallList(first_ + 1 + GLuint(i));
+        glDisable(GL_TEXTURE_2D);
         glEndList();
     }
     void Move(std::size_t i, double by) {
@@ -119,17 +159,39 @@ class ByHand {
         glMaterialfv(GL_FRONT, GL_AMBIENT_AND_DIFFUSE, color.data());
         glPushMatrix();
         glTranslated(place.at.x, place.at.y, place.at.z);
-        switch (kind_ == Kind::mixed ? i % 3 : kind_ == Kind::boxes ? 0 : 1) {
-            case 0:
+        switch (formOf(kind_, i)) {
+            case Form3D::box:
                 box();
                 break;
-            case 1:
+            case Form3D::sphere:
                 sphere();
                 break;
-            default:
+            case Form3D::cylinder:
                 cylinder();
+                break;
+            case Form3D::quad:
+                quad();
         }
         glPopMatrix();
+    }
+    void upload() {
+        glGenTextures(1, &texture_);
+        glBindTexture(GL_TEXTURE_2D, texture_);
+        const QImage picture = picture256().convertToFormat(QImage::Format_RGB888);
+        glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+        glTexImage2D(GL_TEXTURE_2D, 0, 3, 256, 256, 0, GL_RGB, GL_UNSIGNED_BYTE, picture.constBits());
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+        glBindTexture(GL_TEXTURE_2D, 0);
+    }
+    void quad() const {
+        glBegin(GL_QUADS);
+        glNormal3d(0, 0, 1);
+        for (const auto& [x, y] : {std::pair(0, 0), {0, 1}, {1, 1}, {1, 0}}) {
+            glTexCoord2f(float(x), float(y));
+            glVertex3d(x * size_, y * size_, 0);
+        }
+        glEnd();
     }
     void box() const {
         static const double normals[6][3] = {{0, 0, -1}, {0, 0, 1}, {0, -1, 0}, {1, 0, 0}, {0, 1, 0}, {-1, 0, 0}};
@@ -168,6 +230,7 @@ class ByHand {
     double size_;
     std::vector<Place> places_;
     GLuint first_ = 0;
+    GLuint texture_ = 0;
 };
 
 struct Form {
@@ -195,20 +258,31 @@ struct Form {
 };
 
 TCustomShape* newShape(Kind kind, int i, double size, QObject* owner) {
-    switch (kind == Kind::mixed ? i % 3 : kind == Kind::boxes ? 0 : 1) {
-        case 0: {
+    switch (formOf(kind, std::size_t(i))) {
+        case Form3D::box: {
             auto* box = new TZKOglBox(owner);
             box->SetA(size);
             box->SetB(size);
             box->SetC(size);
             return box;
         }
-        case 1: {
+        case Form3D::sphere: {
             auto* sphere = new TZKOglSphere(owner);
             sphere->SetR(size / 2);
             sphere->SetResolution(20);
             return sphere;
         }
+        case Form3D::quad: {
+            auto* plane = new TZKOglPlane(owner);
+            plane->SetData({"0/0/0", "0/1/0", "1/1/0", "1/0/0"});
+            plane->SetScale(size);
+            ZkAddBitmaptexture("scene-benchmark", picture256());
+            plane->getAttributes()->getTexture()->SetPicture("scene-benchmark.bmp");
+            plane->getAttributes()->getTexture()->SetFilter(gllinear);
+            plane->getAttributes()->getTexture()->SetVisible(true);
+            return plane;
+        }
+        case Form3D::cylinder:
         default: {
             auto* cylinder = new TZKOglCylinder(owner);
             cylinder->SetBaseRadius(size / 2);
@@ -352,12 +426,14 @@ int main(int argc, char* argv[]) {
         Kind kind;
         const char* name;
     };
-    const Kinds kinds[] = {
-        {Kind::boxes, "boxes"}, {Kind::mixed, "boxes, spheres and cones"}, {Kind::spheres, "spheres"}};
+    const Kinds kinds[] = {{Kind::boxes, "boxes"},
+                           {Kind::mixed, "boxes, spheres and cones"},
+                           {Kind::spheres, "spheres"},
+                           {Kind::textured, "quads with one picture"}};
     if (argc == 4) {
         QApplication application(argc, argv);
         const std::string task = argv[1];
-        const Kinds& one = kinds[std::clamp(std::atoi(argv[2]), 0, 2)];
+        const Kinds& one = kinds[std::clamp(std::atoi(argv[2]), 0, 3)];
         if (task == "--memory" || task == "--memory-by-hand") {
             std::printf("%f\n", memory(one.kind, std::atoi(argv[3]), task != "--memory"));
             std::fflush(stdout);
@@ -390,7 +466,7 @@ int main(int argc, char* argv[]) {
         return value;
     };
     for (const std::string& count : counts) {
-        for (int kind = 0; kind < 3; ++kind) {
+        for (int kind = 0; kind < 4; ++kind) {
             if (FILE* output = run("--one", kind, count)) {
                 char line[256];
                 while (std::fgets(line, sizeof line, output))

@@ -101,7 +101,7 @@ class TZKOglScene : public TDisplayList {
     void deleteLists(TZkOglCanvas* canvas);
     void plan();
     void lookAtShapes();
-    TTextureKind pictureOf(const TTexture& texture);
+    TTextureKind pictureOf(const TTexture& texture, const TTextureKind& before);
     void regroup();
     bool canStay(const Group& group, std::size_t first) const;
     std::size_t newGroup(std::size_t first);

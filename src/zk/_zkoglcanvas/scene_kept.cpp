@@ -69,6 +69,8 @@ void TZKOglScene::lookAtShapes() {
     bool isKnown = !isSignalConnected(QMetaMethod::fromSignal(&TDisplayList::OnPlay));
     bool placesAreKnown = true;
     TXYZ moved = Nullxyz;
+    TTextureKind texture;
+    texture.Visible = false;
 
     plan_.assign(std::size_t(GetShapeCount()), Planned());
     for (std::size_t i = 0; i < plan_.size(); ++i) {
@@ -97,7 +99,10 @@ void TZKOglScene::lookAtShapes() {
                 style.OwnMaterial = true;
                 style.Material = own->getMaterial()->GetMAterialKind();
                 style.Face.Mode = inForce.Face.Mode = own->getPolyStyle()->GLMode();
-                style.Texture = pictureOf(*own->getTexture());
+                if (own->getTexture()->GetVisible())
+                    style.Texture = texture = pictureOf(*own->getTexture(), texture);
+                else
+                    style.Texture.Visible = false;
                 style.Face.Textured = style.Texture.Visible;
                 style.Face.TextureBase = style.Texture.Base;
             } else if (!isKnown) {
@@ -115,16 +120,23 @@ void TZKOglScene::lookAtShapes() {
 }
 
 // A texture as it comes out when it is passed to the canvas. Its picture goes to OpenGL, which no list may hold.
-TTextureKind TZKOglScene::pictureOf(const TTexture& texture) {
-    TTextureKind kind;
-    kind.Visible = false;
+// `before`: that of the last shape, which many shapes share.
+TTextureKind TZKOglScene::pictureOf(const TTexture& texture, const TTextureKind& before) {
+    TTextureKind kind = texture.GettextureKind();
     auto* inForce = qobject_cast<TOglTexture*>(canvas_->getAttributes()->getTexture());
-    if (!texture.GetVisible() || !inForce || texture.GetPicture().isEmpty())
+    kind.Visible = kind.Visible && inForce && !kind.Picture.isEmpty();
+    if (!kind.Visible)
         return kind;
-    const PTextureItem item = inForce->FindPicture(texture.GetPicture());
-    if (!item || !item->Pixels)
+    if (before.Visible && before.Picture == kind.Picture) {
+        kind.Pixels = before.Pixels;
+        kind.Width = before.Width;
+        kind.Height = before.Height;
         return kind;
-    kind = texture.GettextureKind();
+    }
+    const PTextureItem item = inForce->FindPicture(kind.Picture);
+    kind.Visible = item && item->Pixels;
+    if (!kind.Visible)
+        return kind;
     kind.Pixels = item->Pixels;
     kind.Width = item->Width;
     kind.Height = item->Height;
