@@ -201,29 +201,30 @@ TEST(Light, TwoSidedLighting) {
     EXPECT_EQ(recorder.CallsTo({"glLightModeli"}), Calls{"glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1)"});
 }
 
-TEST(Material, OpenGlIsAskedForColours) {
+TEST(Light, AnErrorWhileItLeavesIsTold) {
+    struct Refusing : TZkOglCanvas {
+        using TZkOglCanvas::TZkOglCanvas;
+        void RemoveLight(Tlight* light) override {
+            if (refuses)
+                throw std::runtime_error("no");
+            TZkOglCanvas::RemoveLight(light);
+        }
+        bool refuses = false;
+    };
     GlForm form;
-    Tmaterial* material = form.canvas->getAttributes()->getMaterial();
-    EXPECT_EQ(material->GetAmbient(), 0xFFFFFFU);
-    EXPECT_EQ(material->GetDiffuse(), 0x808080U);
-    EXPECT_EQ(material->GetSpecular(), 0xFFFFFFU);
-    EXPECT_EQ(material->GetEmission(), 0x808080U);
-    EXPECT_NEAR(material->GetShininess(), 0.1, 1e-6);
-    EXPECT_EQ(material->GetTranslucent(), 1);
-    GLfloat diffuse[4];
-    glGetMaterialfv(GL_FRONT, GL_DIFFUSE, diffuse);
-    EXPECT_EQ(diffuse[3], 1);
-    const GLfloat green[4] = {0, 0.5, 0, 1};
-    glMaterialfv(GL_FRONT, GL_AMBIENT, green);
-    EXPECT_EQ(material->GetAmbient(), 0x008000U);
-    material->SetTranslucent(0.25);
-    glGetMaterialfv(GL_FRONT, GL_DIFFUSE, diffuse);
-    EXPECT_EQ(diffuse[3], 0.25);
-    material->SetDiffuse(0x0000FF);
-    glGetMaterialfv(GL_FRONT, GL_DIFFUSE, diffuse);
-    EXPECT_EQ(diffuse[0], 255 / 256.0F);
-    EXPECT_EQ(diffuse[3], 0.25);
-    material->SetShininess(500);
-    OGLError();
-    EXPECT_EQ(form.messages.Take(), QStringList{"Error: GL_INVALID_VALUE"});
+    auto* canvas = new Refusing(form.window.get());
+    canvas->SetWinControl(form.control);
+    std::vector<std::unique_ptr<TZKOglLight>> lights;
+    for (int i = 0; i < 2; ++i) {
+        lights.push_back(std::make_unique<TZKOglLight>());
+        lights.back()->SetZkOglCanvas(canvas);
+    }
+    canvas->refuses = true;
+    lights[1]->SetZkOglCanvas(nullptr);
+    EXPECT_EQ(form.messages.Take(), QStringList{"error destroying light :1"});
+    EXPECT_EQ(lights[1]->GetZKOglCanvas(), nullptr) << "it has left all the same";
+    canvas->refuses = false;
+    canvas->RemoveLight(lights[1].get());
+    lights.clear();
+    delete canvas;
 }
