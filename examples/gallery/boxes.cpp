@@ -5,6 +5,9 @@
 #include <zk/_zkmath.h>
 #include <zk/_zkxyarrays.h>
 
+#include <QImage>
+#include <QPainter>
+
 #include <array>
 #include <numbers>
 
@@ -90,6 +93,17 @@ TXYZ cornerOf(const Plan& plan) {
     return Sub(plan.centre, half);
 }
 
+/// A square tile with its joint, a centimetre wide once it is laid.
+QImage tile() {
+    constexpr int side = 64;
+    QImage picture(side, side, QImage::Format_RGB32);
+    picture.fill(QColor(240, 240, 240));
+    QPainter painter(&picture);
+    painter.setPen(QPen(QColor(150, 150, 150), 2));
+    painter.drawRect(0, 0, side - 1, side - 1);
+    return picture;
+}
+
 }  // namespace
 
 Boxes::Boxes(TZKOglScene* scene, QObject* form) : QObject(form), canvas_(scene->GetZkOglCanvas()) {
@@ -118,6 +132,12 @@ void Boxes::addFloor(TZKOglScene* scene, QObject* form) {
     floor->SetC(10);
     floor->Settranslation({-8.0, -0.4, -5.0});
     floor->getAttributes()->getMaterial()->SetMAterialKind(materialOf(0x6E625A));
+    ZkAddBitmaptexture(QStringLiteral("gallery-tile"), tile());
+    TTexture* texture = floor->getAttributes()->getTexture();
+    texture->SetPicture(QStringLiteral("gallery-tile.bmp"));
+    texture->SetFilter(gllinear);
+    texture->Setbase({Nullxyz, {1, 0, 0}, {0, 0, 1}, {0, 1, 0}});  // lies on the ground
+    texture->SetVisible(true);
     floor->SetNohit(true);  // what stands on it is meant to be clicked, it counts as background
     floor->SetDisplayList(scene);
 }
