@@ -1,5 +1,7 @@
 #include "boxes.h"
 
+#include "materials.h"
+
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice.h>
 #include <zk/_zkmath.h>
@@ -66,23 +68,6 @@ const std::array plans{
     Plan{QT_TRANSLATE_NOOP("gallery::Boxes", "Die"), {1.3, 1.3, 1.3}, {5.6, 1.93, 2.4}, {1, 0, -1}, 54.7356, ivory, 9},
 };
 
-constexpr TColor shade(TColor color, double factor) {
-    const auto channel = [&](int shift) { return TColor(double((color >> shift) & 0xFF) * factor) << shift; };
-    return channel(0) | channel(8) | channel(16);
-}
-
-// A new material glows in grey, which hides what the light does. These take nearly all their colour from the light, so
-// that each face of a box shows a shade of its own.
-Tmaterialkind materialOf(TColor color) {
-    Tmaterialkind kind = maNone;  // opaque, for the fronts of faces
-    kind.Ambient = shade(color, 0.8);
-    kind.Diffuse = color;
-    kind.Specular = 0x303030;
-    kind.Emission = shade(color, 0.06);
-    kind.Shininess = 24;
-    return kind;
-}
-
 // The place of a box's corner, which is what `TransformBy` moves, from the place of its centre. Turning about the
 // centre by a `RotationPoint` would do, too, but leaves a remainder for the shapes that follow in the scene; turning
 // about the corner does not.
@@ -131,7 +116,7 @@ void Boxes::addFloor(TZKOglScene* scene, QObject* form) {
     floor->SetB(0.4);
     floor->SetC(10);
     floor->Settranslation({-8.0, -0.4, -5.0});
-    floor->getAttributes()->getMaterial()->SetMAterialKind(materialOf(0x6E625A));
+    floor->getAttributes()->getMaterial()->SetMAterialKind(MaterialOf(0x6E625A));
     ZkAddBitmaptexture(QStringLiteral("gallery-tile"), tile());
     TTexture* texture = floor->getAttributes()->getTexture();
     texture->SetPicture(QStringLiteral("gallery-tile.bmp"));
@@ -154,7 +139,7 @@ void Boxes::showPlaces() {
 
 void Boxes::showMaterial(int index) {
     const Paint& paint = paints.at(std::size_t(items_.at(std::size_t(index)).material));
-    At(index)->getAttributes()->getMaterial()->SetMAterialKind(materialOf(paint.color));
+    At(index)->getAttributes()->getMaterial()->SetMAterialKind(MaterialOf(paint.color));
 }
 
 int Boxes::IndexOf(const QObject* shape) const {

@@ -40,13 +40,18 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName("gallery");
 
     QCommandLineParser parser;
-    parser.setApplicationDescription("Boxes in a window: look at them from all sides, and click them.");
+    parser.setApplicationDescription("Boxes in a window, to look at and to click, and a page of what moves.");
     const QCommandLineOption help({"h", "help"}, "Prints this text.");
     const QCommandLineOption picture("picture", "Writes a picture of the window as a PNG file and exits.", "file");
     const QCommandLineOption pictures("pictures",
                                       "Writes several pictures into a folder, prints their paths and exits.", "folder");
+    const QCommandLineOption frames("frames",
+                                    "Writes a series of pictures of what moves into a folder, prints their paths and "
+                                    "exits.",
+                                    "folder");
+    const QCommandLineOption count("count", "How many pictures --frames writes, 25 for each second (25).", "number");
     const QCommandLineOption smoke("smoke", "Exits after so many seconds.", "seconds");
-    parser.addOptions({help, picture, pictures, smoke});
+    parser.addOptions({help, picture, pictures, frames, count, smoke});
 
     const auto refuse = [](const QString& why) {
         say(stderr, QStringLiteral("gallery: %1\nTry gallery --help.\n").arg(why));
@@ -61,9 +66,14 @@ int main(int argc, char** argv) {
         return refuse(parser.errorText());
     if (!parser.positionalArguments().isEmpty())
         return refuse(QStringLiteral("nothing is known of \"%1\".").arg(parser.positionalArguments().constFirst()));
-    if (parser.isSet(picture) && parser.isSet(pictures))
-        return refuse("either one picture or several.");
+    if (int(parser.isSet(picture)) + int(parser.isSet(pictures)) + int(parser.isSet(frames)) > 1)
+        return refuse("one picture, several, or a series.");
     bool isNumber = true;
+    const int frameCount = parser.isSet(count) ? parser.value(count).toInt(&isNumber) : 25;
+    if (!isNumber || frameCount < 1 || frameCount > 9999)
+        return refuse(QStringLiteral("\"%1\" is no number of pictures, from 1 to 9999.").arg(parser.value(count)));
+    if (parser.isSet(count) && !parser.isSet(frames))
+        return refuse("--count goes with --frames.");
     const double seconds = parser.isSet(smoke) ? parser.value(smoke).toDouble(&isNumber) : 0;
     if (!isNumber || !(seconds >= 0 && seconds <= 3600))
         return refuse(QStringLiteral("\"%1\" is no number of seconds, from 0 to 3600.").arg(parser.value(smoke)));
@@ -72,10 +82,12 @@ int main(int argc, char** argv) {
     place(window);
     window.show();
 
-    if (parser.isSet(picture) || parser.isSet(pictures)) {
+    if (parser.isSet(picture) || parser.isSet(pictures) || parser.isSet(frames)) {
         QStringList paths;
         const QString error = parser.isSet(picture) ? gallery::WritePicture(window, parser.value(picture))
-                                                    : gallery::WritePictures(window, parser.value(pictures), paths);
+                              : parser.isSet(pictures)
+                                  ? gallery::WritePictures(window, parser.value(pictures), paths)
+                                  : gallery::WriteFrames(window, parser.value(frames), frameCount, paths);
         for (const QString& path : paths)
             say(stdout, path + '\n');
         if (error.isEmpty())

@@ -5,7 +5,6 @@
 #include <zk/_zkxyarrays.h>
 
 #include <QColorDialog>
-#include <QDockWidget>
 #include <QEvent>
 #include <QScrollArea>
 #include <QStatusBar>
@@ -44,11 +43,19 @@ TBAse sceneFrame() {
 }  // namespace
 
 MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent), control_(new TZKOglControl(this)), canvas_(new TZkOglCanvas(this)) {
+    : QMainWindow(parent),
+      pages_(new QTabWidget(this)),
+      control_(new TZKOglControl(this)),
+      canvas_(new TZkOglCanvas(this)),
+      motion_(new MotionPage) {
     setWindowTitle(tr("Gallery"));
     control_->setObjectName("control");
     control_->setMinimumSize(120, 90);
-    setCentralWidget(control_);
+    pages_->setTabPosition(QTabWidget::South);
+    pages_->setDocumentMode(true);
+    pages_->addTab(control_, tr("B&oxes"));
+    pages_->addTab(motion_, tr("&Motion"));
+    setCentralWidget(pages_);
 
     canvas_->SetWinControl(control_);
     const ChangeBracket bracket(canvas_);
@@ -97,11 +104,17 @@ void MainWindow::buildPanel() {
     scroller->setFrameShape(QFrame::NoFrame);
     scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroller->setMinimumWidth(panel_->minimumSizeHint().width());
-    auto* dock = new QDockWidget(tr("Controls"), this);
-    dock->setObjectName("controls");
-    dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
-    dock->setWidget(scroller);
-    addDockWidget(Qt::RightDockWidgetArea, dock);
+    dock_ = new QDockWidget(tr("Controls"), this);
+    dock_->setObjectName("controls");
+    dock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    dock_->setWidget(scroller);
+    addDockWidget(Qt::RightDockWidgetArea, dock_);
+    // They drive the canvas of the first page.
+    connect(pages_, &QTabWidget::currentChanged, this, [this](int page) {
+        dock_->setVisible(page == 0);
+        clicked_->setText(page == 0 ? invitation() : tr("Drag the cube to turn the view"));
+        underPointer_->clear();
+    });
 
     connect(panel_->angle, &ValueSlider::Changed, canvas_, &TZkOglCanvas::SetBlickWinkel);
     connect(panel_->zoom, &ValueSlider::Changed, canvas_, &TZkOglCanvas::SetZoomFactor);
@@ -131,6 +144,7 @@ void MainWindow::buildStatusBar() {
 
 void MainWindow::Reset() {
     const ChangeBracket bracket(canvas_);
+    ShowMotion(false);
     panel_->Reset();
     boxes_->Reset();
     canvas_->SetBackgroundQColor(backgroundColor);

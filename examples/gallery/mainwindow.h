@@ -1,16 +1,20 @@
 #pragma once
 
 #include "boxes.h"
+#include "motion.h"
 #include "sidepanel.h"
 
 #include <zk/_zkoglcanvas.h>
 
+#include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
+#include <QTabWidget>
 
 namespace gallery {
 
-/// The window: a control with the picture of a scene, and beside it ordinary widgets that drive the canvas.
+/// The window. Its first page is a control with the picture of a scene, and beside it ordinary widgets that drive the
+/// canvas; the second one is what moves (`MotionPage`).
 ///
 /// A left click on a box lifts it or puts it back, a right click gives it the next material; the status bar says which
 /// box was clicked, and which one is under the pointer.
@@ -23,6 +27,8 @@ class MainWindow : public QMainWindow {
     zk::TZkOglCanvas* Canvas() const { return canvas_; }
     Boxes* Shapes() const { return boxes_; }
     SidePanel* Panel() const { return panel_; }
+    MotionPage* Motion() const { return motion_; }
+    void ShowMotion(bool show) { pages_->setCurrentIndex(show ? 1 : 0); }
 
     /// What the status bar says: of the last click, and of the pointer.
     QString ClickText() const { return clicked_->text(); }
@@ -50,8 +56,11 @@ class MainWindow : public QMainWindow {
     void lift(int index);
     void showUnderPointer(const QString& name);
 
+    QTabWidget* pages_;
     zk::TZKOglControl* control_;
     zk::TZkOglCanvas* canvas_;
+    MotionPage* motion_;
+    QDockWidget* dock_ = nullptr;
     zk::TZKOglScene* scene_ = nullptr;
     zk::TZKOglLight* light_ = nullptr;
     Boxes* boxes_ = nullptr;

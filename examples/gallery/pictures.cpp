@@ -22,6 +22,8 @@ namespace gallery {
 
 namespace {
 
+constexpr int frameLength = 40;  // milliseconds of the animation
+
 QString tr(const char* text) {
     return QCoreApplication::translate("gallery::Pictures", text);
 }
@@ -58,25 +60,15 @@ void click(MainWindow& window, int index) {
     QApplication::sendEvent(control, &release);
 }
 
-}  // namespace
-
-QImage PictureOf(MainWindow& window, QString& whyNot) {
-    if (!waitUntilShown(window)) {
-        whyNot = tr("the window did not come up on the screen");
-        return {};
-    }
-    // From the screen: what OpenGL draws is not in QWidget::grab().
+QImage fromScreen(MainWindow& window, QString& whyNot) {
+    // What OpenGL draws is not in QWidget::grab().
     const QImage picture = window.screen()->grabWindow(window.winId()).toImage();
     if (picture.isNull())
         whyNot = tr("this desktop gives no pictures of its windows");
     return picture;
 }
 
-QString WritePicture(MainWindow& window, const QString& path) {
-    QString whyNot;
-    const QImage picture = PictureOf(window, whyNot);
-    if (picture.isNull())
-        return whyNot;
+QString write(const QImage& picture, const QString& path) {
     QImageWriter writer(path, "png");
     writer.setCompression(100);  // smallest
     if (!writer.write(picture))
@@ -84,9 +76,31 @@ QString WritePicture(MainWindow& window, const QString& path) {
     return {};
 }
 
+// Takes the time away from the clock while it lives.
+struct DrivenTime {
+    DrivenTime() { TTimer::DriveTime(true); }
+    ~DrivenTime() { TTimer::DriveTime(false); }
+};
+
+}  // namespace
+
+QImage PictureOf(MainWindow& window, QString& whyNot) {
+    if (!waitUntilShown(window)) {
+        whyNot = tr("the window did not come up on the screen");
+        return {};
+    }
+    return fromScreen(window, whyNot);
+}
+
+QString WritePicture(MainWindow& window, const QString& path) {
+    QString whyNot;
+    const QImage picture = PictureOf(window, whyNot);
+    return picture.isNull() ? whyNot : write(picture, path);
+}
 QString WritePictures(MainWindow& window, const QString& folder, QStringList& paths) {
     if (!QDir().mkpath(folder))
         return tr("%1: the folder could not be made").arg(folder);
+    const DrivenTime driven;
     SidePanel* panel = window.Panel();
     const std::pair<const char*, std::function<void()>> views[] = {
         {"1-overview", [] {}},
@@ -106,12 +120,39 @@ QString WritePictures(MainWindow& window, const QString& folder, QStringList& pa
              panel->angle->SetValue(24);
              click(window, int(window.Shapes()->Names().indexOf("Cube")));
          }},
+        {"6-motion",
+         [&window] {
+             window.ShowMotion(true);
+             TTimer::AdvanceTime(1500);
+         }},
     };
     for (const auto& [name, show] : views) {
         window.Reset();
         show();
         const QString path = QDir(folder).filePath(QString::fromLatin1(name) + ".png");
         if (const QString error = WritePicture(window, path); !error.isEmpty())
+            return error;
+        paths += path;
+    }
+    return {};
+}
+
+QString WriteFrames(MainWindow& window, const QString& folder, int count, QStringList& paths) {
+    if (!QDir().mkpath(folder))
+        return tr("%1: the folder could not be made").arg(folder);
+    const DrivenTime driven;
+    window.ShowMotion(true);
+    if (!waitUntilShown(window))
+        return tr("the window did not come up on the screen");
+    for (int i = 1; i <= count; ++i) {
+        TTimer::AdvanceTime(frameLength);
+        runEventLoopFor(20);  // until the navigator and what the window system paints are there, too
+        QString whyNot;
+        const QImage picture = fromScreen(window, whyNot);
+        if (picture.isNull())
+            return whyNot;
+        const QString path = QDir(folder).filePath(QStringLiteral("frame-%1.png").arg(i, 4, 10, QLatin1Char('0')));
+        if (const QString error = write(picture, path); !error.isEmpty())
             return error;
         paths += path;
     }

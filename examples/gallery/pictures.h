@@ -19,4 +19,9 @@ QString WritePicture(MainWindow& window, const QString& path);
 /// that were written go to `paths`. An empty text for success, else what went wrong, in words.
 QString WritePictures(MainWindow& window, const QString& folder, QStringList& paths);
 
+/// Writes `count` pictures of the page of what moves into a folder, which is made if need be: "frame-0001.png" and so
+/// on, one for each 40 milliseconds of the animation, however long each of them takes. The paths of those that were
+/// written go to `paths`. An empty text for success, else what went wrong, in words.
+QString WriteFrames(MainWindow& window, const QString& folder, int count, QStringList& paths);
+
 }  // namespace gallery

@@ -67,7 +67,7 @@ TEST(GalleryProgram, WritesSeveralPicturesAndSaysWhere) {
     const Result result = run({"--pictures", folder.filePath("a/b")});
     EXPECT_EQ(result.code, 0) << result.errors.toStdString();
     const QStringList paths = result.output.split('\n', Qt::SkipEmptyParts);
-    EXPECT_EQ(paths.size(), 5);
+    EXPECT_EQ(paths.size(), 6);
     QList<QImage> images;
     for (const QString& path : paths) {
         const QImage image(path);
@@ -75,6 +75,26 @@ TEST(GalleryProgram, WritesSeveralPicturesAndSaysWhere) {
         EXPECT_FALSE(images.contains(image)) << path.toStdString();
         images += image;
     }
+}
+
+// The same series each time, however long the pictures take.
+TEST(GalleryProgram, WritesASeriesOfFrames) {
+    const QTemporaryDir folder;
+    QList<QImage> series[2];
+    for (int run_ = 0; run_ < 2; ++run_) {
+        const Result result = run({"--frames", folder.filePath(QString::number(run_)), "--count", "4"});
+        EXPECT_EQ(result.code, 0) << result.errors.toStdString();
+        const QStringList paths = result.output.split('\n', Qt::SkipEmptyParts);
+        ASSERT_EQ(paths.size(), 4);
+        EXPECT_TRUE(paths.last().endsWith("frame-0004.png"));
+        for (const QString& path : paths) {
+            const QImage image(path);
+            EXPECT_EQ(image.size(), QSize(1100, 720));
+            EXPECT_FALSE(series[run_].contains(image)) << path.toStdString();
+            series[run_] += image;
+        }
+    }
+    EXPECT_EQ(series[0], series[1]);
 }
 
 TEST(GalleryProgram, WritesItsWindowWithoutOpenGLToo) {
@@ -99,7 +119,11 @@ TEST(GalleryProgram, RefusesWhatItDoesNotKnow) {
                                          {"boxes"},
                                          {"--smoke", "soon"},
                                          {"--smoke", "-1"},
-                                         {"--picture", "a.png", "--pictures", "b"}}) {
+                                         {"--picture", "a.png", "--pictures", "b"},
+                                         {"--frames", "a", "--pictures", "b"},
+                                         {"--frames", "a", "--count", "0"},
+                                         {"--frames", "a", "--count", "many"},
+                                         {"--count", "3"}}) {
         const Result result = run(arguments, false);
         EXPECT_EQ(result.code, 2) << arguments.join(' ').toStdString();
         EXPECT_TRUE(result.errors.contains("gallery: ")) << result.errors.toStdString();
