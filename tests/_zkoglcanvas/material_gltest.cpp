@@ -1,5 +1,5 @@
-// Materials and polygon attributes that are the canvas's current ones: what each setter hands to OpenGL, and what OpenGL
-// holds afterwards.
+// Materials and polygon attributes that are the canvas's current ones: what each setter hands to OpenGL, and what
+// OpenGL holds afterwards.
 #include "glcalls.h"
 #include "glform.h"
 #include "glrecorder.h"
@@ -108,8 +108,10 @@ TEST(Material, APresetIsPassedWhole) {
     GlForm form;
     Tmaterial* current = form.canvas->getAttributes()->getMaterial();
     form.canvas->SetChanging(true);
-    for (const auto& [kind, emission] : {std::pair(matGray, maGray.Emission), {matAqua, maAqua.Emission},
-                                         {matNavy, maNavy.Emission}, {matLtGray, maRed.Emission},
+    for (const auto& [kind, emission] : {std::pair(matGray, maGray.Emission),
+                                         {matAqua, maAqua.Emission},
+                                         {matNavy, maNavy.Emission},
+                                         {matLtGray, maRed.Emission},
                                          {matRed, maLtGray.Emission}}) {
         current->SetMatKind(kind);
         EXPECT_EQ(current->GetEmission(), emission) << int(kind);
@@ -128,13 +130,12 @@ TEST(Material, WithoutACanvasItHasNoDefaults) {
     alone.SetParent(nullptr);
     EXPECT_EQ(recorder.Calls(), Calls{});
     alone.SetParent(form.canvas);
-    EXPECT_EQ(recorder.Calls(),
-              (Calls{"glMaterialfv(GL_FRONT, GL_SPECULAR, {0.996094, 0.996094, 0.996094, 1})",
-                     "glMaterialfv(GL_FRONT, GL_EMISSION, {0.5, 0.5, 0.5, 1})",
-                     "glMaterialfv(GL_FRONT, GL_AMBIENT, {0.996094, 0.996094, 0.996094, 1})",
-                     "glMaterialfv(GL_FRONT, GL_DIFFUSE, {0.5, 0.5, 0.5, 1})",
-                     "glMaterialfv(GL_FRONT, GL_SHININESS, {0.1})",
-                     "glMaterialfv(GL_FRONT, GL_DIFFUSE, {0.5, 0.5, 0.5, 1})"}));
+    EXPECT_EQ(recorder.Calls(), (Calls{"glMaterialfv(GL_FRONT, GL_SPECULAR, {0.996094, 0.996094, 0.996094, 1})",
+                                       "glMaterialfv(GL_FRONT, GL_EMISSION, {0.5, 0.5, 0.5, 1})",
+                                       "glMaterialfv(GL_FRONT, GL_AMBIENT, {0.996094, 0.996094, 0.996094, 1})",
+                                       "glMaterialfv(GL_FRONT, GL_DIFFUSE, {0.5, 0.5, 0.5, 1})",
+                                       "glMaterialfv(GL_FRONT, GL_SHININESS, {0.1})",
+                                       "glMaterialfv(GL_FRONT, GL_DIFFUSE, {0.5, 0.5, 0.5, 1})"}));
 }
 
 TEST(PolyAttributes, OfACanvasCallNothing) {
