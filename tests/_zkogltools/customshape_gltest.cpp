@@ -317,3 +317,50 @@ TEST(CustomShape, MouseEventsCarryTheirArguments) {
     box.MouseUp(Qt::LeftButton, {}, 7, 8);
     EXPECT_EQ(told, (QStringList{"down 2 16 3 4", "move 0 4 -1 2", "up 1 0 7 8"}));
 }
+
+// As a form loader does it: every component is told that it is loaded from a form, gets its values in whatever order, and
+// is told that all have theirs.
+TEST(CustomShape, AFormOfAThousandComponentsRepaintsOnce) {
+    for (const bool canvasFirst : {true, false}) {
+        GlForm form;
+        std::vector<TComponent*> components;
+        const auto loading = [&components](auto* component) {
+            component->BeginLoading();
+            components.push_back(component);
+            return component;
+        };
+        form.TakeSwaps();
+        if (canvasFirst)
+            loading(form.canvas);
+        auto* scene = loading(new TZKOglScene(form.window.get()));
+        for (int i = 0; i < 1000; ++i) {
+            auto* box = loading(new TZKOglBox(form.window.get()));
+            if (i % 2 == 0)
+                box->SetDisplayList(scene);
+            box->setProperty("TransformBy", QStringLiteral("%1/0/0").arg(i % 10 - 5));
+            box->setProperty("A", 0.5);
+            box->getAttributes()->getMaterial()->SetEmission(0x00FF00);
+            box->setProperty("Scale", 1.5);
+            if (i % 2 != 0)
+                box->SetDisplayList(scene);
+            if (i == 500) {
+                if (!canvasFirst)
+                    loading(form.canvas);
+                scene->SetZkOglCanvas(form.canvas);
+                auto* light = loading(new TZKOglLight(form.window.get()));
+                light->SetZkOglCanvas(form.canvas);
+                light->SetEnabled(true);
+                light->setProperty("LightPosition", "1/2/3");
+                form.canvas->setProperty("PointOfView", 20.0);
+                form.canvas->setProperty("BackgroundColor", QColor(10, 20, 30));
+                form.canvas->setProperty("UnitsPerCM", 25.0);
+            }
+        }
+        EXPECT_EQ(form.TakeSwaps(), 0) << "nothing is shown before all is there";
+        for (TComponent* component : components)
+            component->Loaded();
+        EXPECT_EQ(form.TakeSwaps(), 2) << "one repaint";
+        EXPECT_TRUE(scene->IsCompiled());
+        EXPECT_EQ(scene->GetShapeCount(), 1000);
+    }
+}

@@ -5,6 +5,8 @@
 #include <zk/_zkxyarrays/transform.h>
 #include <zk/_zkxyarrays/walk.h>
 
+#include <QPointer>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -142,12 +144,15 @@ void TZKDevice::SetChanging(bool Value) {
 void TZKDevice::Refresh() {
     if (IsLoadingOrStoring() || deviceStates_.Contains(DsPainting) || changing_ || changeCount_ != 0)
         return;
+    const QPointer<TZKDevice> self = this;  // a handler may delete the device while it paints
     try {
         BeginPaint();
-        EndPaint();
+        if (self)
+            EndPaint();
     } catch (...) {
         // An error that left the drawing ended the paint, and must not keep the device from painting ever again.
-        deviceStates_.Exclude(DsPainting);
+        if (self)
+            deviceStates_.Exclude(DsPainting);
         throw;
     }
 }

@@ -255,7 +255,7 @@ std::size_t TZKOglScene::newGroup(std::size_t first) {
 
 // What groups leave in force is not what a shape without attributes of its own, or user code, may find.
 void TZKOglScene::bringBackAttributes() {
-    if (attributesChanged_)
+    if (attributesChanged_ && canvas_)
         canvas_->SetAttributeskind(inForce_);
     attributesChanged_ = false;
 }
@@ -302,8 +302,8 @@ void TZKOglScene::PlayShape(std::size_t index, TZkShape& shape) {
         shape.Play();
         return;
     }
-    if (playGroup(index))
-        return;
+    if (!canvas_ || playGroup(index))
+        return;  // a handler may have taken the scene away from its canvas
     bringBackAttributes();
     userCodeRan_ = true;
     const QPointer<TZKOglScene> self = this;

@@ -1,0 +1,257 @@
+// User code in handlers may do whatever a user would try. Nothing crashes, nothing repaints for ever, OpenGL's state is in
+// order afterwards, and the application goes on.
+#include "glform.h"
+
+#include <zk/_zkdevice/changebracket.h>
+#include <zk/_zkoglcanvas/glapi.h>
+#include <zk/_zkogltools.h>
+
+#include <QDialog>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <stdexcept>
+
+using namespace zk;
+using namespace zk::test;
+
+namespace {
+
+/// A form with a canvas, a scene and three boxes, all of which a handler may take away.
+struct Stage {
+    Stage() : form({200, 200}) {
+        scene = form.AddScene();
+        for (const TXYZ& at : {TXYZ{-3, -1, -1}, TXYZ{-1, -1, -1}, TXYZ{1, -1, -1}})
+            boxes.emplace_back(form.AddBox(scene, 0x0000FF, {1.8, 1.8, 1.8}, at));
+        other = form.AddScene();
+        form.AddBox(other, 0x00FF00, {1, 1, 1}, {-0.5, 2, 0});
+        form.canvas->Refresh();
+    }
+    ~Stage() {
+        if (!canvas())
+            form.canvas = nullptr;
+    }
+    TZkOglCanvas* canvas() const { return alive.data(); }
+
+    GlForm form;
+    QPointer<TZkOglCanvas> alive{form.canvas};
+    QPointer<TZKOglScene> scene;
+    QPointer<TZKOglScene> other;
+    std::vector<QPointer<TCustomShape>> boxes;
+};
+
+struct Action {
+    const char* name;
+    std::function<void(Stage&)> run;
+};
+
+struct Handler {
+    const char* name;
+    std::function<void(Stage&, const std::function<void()>&)> connect;
+    std::function<void(Stage&)> trigger;
+};
+
+const Action actions[]{
+    {"AddAShape", [](Stage& stage) {
+         if (stage.scene)
+             stage.form.AddBox(stage.scene, 0xFF0000, {1, 1, 1}, {0, -3, 0});
+     }},
+    {"RemoveTheShape", [](Stage& stage) {
+         if (stage.boxes[1])
+             stage.boxes[1]->SetDisplayList(nullptr);
+     }},
+    {"RemoveAllShapes", [](Stage& stage) {
+         for (const QPointer<TCustomShape>& box : stage.boxes)
+             if (box)
+                 box->SetDisplayList(nullptr);
+     }},
+    {"MoveTheShapeToTheOtherScene", [](Stage& stage) {
+         if (stage.boxes[1] && stage.other)
+             stage.boxes[1]->SetDisplayList(stage.other);
+     }},
+    {"DeleteTheShape", [](Stage& stage) { delete stage.boxes[1].data(); }},
+    {"DeleteTheNextShape", [](Stage& stage) { delete stage.boxes[2].data(); }},
+    {"DeleteTheFirstShape", [](Stage& stage) { delete stage.boxes[0].data(); }},
+    {"DeleteTheScene", [](Stage& stage) { delete stage.scene.data(); }},
+    {"DeleteTheOtherScene", [](Stage& stage) { delete stage.other.data(); }},
+    {"DeleteTheCanvas", [](Stage& stage) { delete stage.alive.data(); }},
+    {"TakeTheSceneAway", [](Stage& stage) {
+         if (stage.scene)
+             stage.scene->SetZkOglCanvas(nullptr);
+     }},
+    {"TakeTheControlAway", [](Stage& stage) {
+         if (stage.canvas())
+             stage.canvas()->SetWinControl(nullptr);
+     }},
+    {"ChangeTheMaterial", [](Stage& stage) {
+         if (stage.boxes[1])
+             stage.boxes[1]->getAttributes()->getMaterial()->SetEmission(0x00FFFF);
+     }},
+    {"ChangeTheScenesMaterial", [](Stage& stage) {
+         if (stage.scene)
+             stage.scene->getAttributes()->getMaterial()->SetEmission(0x00FFFF);
+     }},
+    {"MoveTheShape", [](Stage& stage) {
+         if (stage.boxes[1])
+             stage.boxes[1]->Settranslation({0, 1, 0});
+     }},
+    {"HideTheScene", [](Stage& stage) {
+         if (stage.scene)
+             stage.scene->SetVisible(!stage.scene->GetVisible());
+     }},
+    {"Repaint", [](Stage& stage) {
+         if (stage.canvas())
+             stage.canvas()->Refresh();
+     }},
+    {"UpdateNow", [](Stage& stage) {
+         if (stage.scene)
+             stage.scene->DoUpdateNow();
+     }},
+    {"Pick", [](Stage& stage) {
+         if (stage.canvas())
+             stage.canvas()->Select(100, 100);
+     }},
+    {"ChangeTheView", [](Stage& stage) {
+         if (stage.canvas())
+             stage.canvas()->SetBlickWinkel(stage.canvas()->GetBlickwinkel() > 0 ? 0 : 20);
+     }},
+    {"Resize", [](Stage& stage) { stage.form.window->resize(stage.form.window->size() + QSize(1, 1)); }},
+    {"OpenADialog", [](Stage&) {
+         QDialog dialog;
+         QTimer::singleShot(30, &dialog, &QDialog::accept);
+         dialog.exec();
+     }},
+    {"LeaveTheMatrixChanged", [](Stage& stage) {
+         if (stage.canvas())
+             stage.canvas()->OGLTranslate({0.1, 0, 0});
+     }},
+    {"Throw", [](Stage&) { throw std::runtime_error("user code gave up"); }},
+};
+
+template <class Sender, class Signal>
+void connectTo(Sender* sender, Signal signal, Stage& stage, const std::function<void()>& run) {
+    QObject::connect(sender, signal, stage.form.window.get(), [run] { run(); });
+}
+
+const Handler handlers[]{
+    {"ShapePlays", [](Stage& stage, const std::function<void()>& run) {
+         connectTo(stage.boxes[1].data(), &TZkShape::OnPlay, stage, run);
+     },
+     [](Stage& stage) {
+         if (stage.scene)
+             stage.scene->DoUpdateNow();
+     }},
+    {"ScenePlays", [](Stage& stage, const std::function<void()>& run) {
+         connectTo(stage.scene.data(), &TDisplayList::OnPlay, stage, run);
+     },
+     [](Stage& stage) {
+         if (stage.scene)
+             stage.scene->DoUpdateNow();
+     }},
+    {"ShapeIsPicked", [](Stage& stage, const std::function<void()>& run) {
+         QPointer<TZkOglCanvas> canvas = stage.canvas();
+         connectTo(stage.boxes[1].data(), &TZkShape::OnPlay, stage, [canvas, run] {
+             if (canvas && canvas->IsSelecting())
+                 run();
+         });
+     },
+     [](Stage& stage) {
+         if (stage.canvas())
+             stage.canvas()->Select(100, 100);
+     }},
+    {"BeforeCompile", [](Stage& stage, const std::function<void()>& run) {
+         connectTo(stage.canvas(), &TZkOglCanvas::OnBeforeCompile, stage, run);
+     },
+     [](Stage& stage) {
+         if (stage.scene)
+             stage.scene->DoUpdateNow();
+     }},
+    {"AfterCompile", [](Stage& stage, const std::function<void()>& run) {
+         connectTo(stage.canvas(), &TZkOglCanvas::OnAfterCompile, stage, run);
+     },
+     [](Stage& stage) {
+         if (stage.scene)
+             stage.scene->DoUpdateNow();
+     }},
+    {"MouseDown", [](Stage& stage, const std::function<void()>& run) {
+         connectTo(stage.boxes[1].data(), &TCustomShape::OnMouseDown, stage, run);
+     },
+     [](Stage& stage) {
+         if (stage.canvas() && stage.canvas()->HasContext())
+             stage.form.Click({100, 100});
+     }},
+    {"MouseUp", [](Stage& stage, const std::function<void()>& run) {
+         connectTo(stage.boxes[1].data(), &TCustomShape::OnMouseUp, stage, run);
+     },
+     [](Stage& stage) {
+         if (stage.canvas() && stage.canvas()->HasContext())
+             stage.form.Click({100, 100});
+     }},
+};
+
+class Handlers : public testing::TestWithParam<std::tuple<Handler, Action>> {};
+
+void PrintTo(const Handler& handler, std::ostream* out) {
+    *out << handler.name;
+}
+void PrintTo(const Action& action, std::ostream* out) {
+    *out << action.name;
+}
+
+}  // namespace
+
+TEST_P(Handlers, MayDoWhatTheyWant) {
+    const auto& [handler, action] = GetParam();
+    Stage stage;
+    int calls = 0;
+    // Not deeper than three: a handler that calls itself for ever would do so anywhere.
+    int depth = 0;
+    handler.connect(stage, [&, run = action.run] {
+        ++calls;
+        if (depth >= 3)
+            return;
+        ++depth;
+        const auto back = qScopeGuard([&depth] { --depth; });
+        run(stage);
+    });
+    const Tmatrix view = stage.canvas()->GetOglModelMatrix();
+    stage.form.TakeSwaps();
+    for (int i = 0; i < 3; ++i)
+        handler.trigger(stage);
+    EXPECT_GE(calls, 1);
+    GlForm::Settle();
+    EXPECT_LT(calls, 100) << "no end of repaints";
+    const int swaps = stage.form.TakeSwaps();
+    EXPECT_LT(swaps, 150);
+    GlForm::Settle();
+    EXPECT_EQ(stage.form.TakeSwaps(), 0) << "it comes to rest";
+
+    for (const QString& text : stage.form.messages.Take())
+        EXPECT_EQ(text, QStringLiteral("user code gave up"));
+    if (!stage.canvas() || !stage.canvas()->CheckCurrent())
+        return;
+    EXPECT_FALSE(stage.canvas()->IsPainting());
+    EXPECT_FALSE(stage.canvas()->IsSelecting());
+    GLint list = -1;
+    glGetIntegerv(GL_LIST_INDEX, &list);
+    EXPECT_EQ(list, 0) << "no list is under construction";
+    GLint mode = 0;
+    glGetIntegerv(GL_RENDER_MODE, &mode);
+    EXPECT_EQ(mode, GL_RENDER);
+    EXPECT_EQ(PendingError(*stage.canvas()), 0U);
+    const std::string name = action.name;
+    const bool isOutsideOfRepaints = std::string(handler.name).starts_with("Mouse");
+    if (name != "ChangeTheView" && name != "Resize" && !(name == "LeaveTheMatrixChanged" && isOutsideOfRepaints)) {
+        EXPECT_TRUE(Equals(stage.canvas()->GetOglModelMatrix(), view)) << "the view is as it was";
+    }
+    stage.canvas()->Refresh();
+    if (stage.canvas())
+        stage.canvas()->Select(10, 10);
+    stage.form.messages.Take();
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Handlers, testing::Combine(testing::ValuesIn(handlers), testing::ValuesIn(actions)),
+                         [](const auto& test) {
+                             return std::string(std::get<0>(test.param).name) + std::get<1>(test.param).name;
+                         });
