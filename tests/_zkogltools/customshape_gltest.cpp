@@ -318,8 +318,8 @@ TEST(CustomShape, MouseEventsCarryTheirArguments) {
     EXPECT_EQ(told, (QStringList{"down 2 16 3 4", "move 0 4 -1 2", "up 1 0 7 8"}));
 }
 
-// As a form loader does it: every component is told that it is loaded from a form, gets its values in whatever order, and
-// is told that all have theirs.
+// As a form loader does it: every component is told that it is loaded from a form, gets its values in whatever order,
+// and is told that all have theirs.
 TEST(CustomShape, AFormOfAThousandComponentsRepaintsOnce) {
     for (const bool canvasFirst : {true, false}) {
         GlForm form;

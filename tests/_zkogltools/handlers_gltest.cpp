@@ -1,5 +1,5 @@
-// User code in handlers may do whatever a user would try. Nothing crashes, nothing repaints for ever, OpenGL's state is in
-// order afterwards, and the application goes on.
+// User code in handlers may do whatever a user would try. Nothing crashes, nothing repaints for ever, OpenGL's state is
+// in order afterwards, and the application goes on.
 #include "glform.h"
 
 #include <zk/_zkdevice/changebracket.h>
@@ -53,20 +53,24 @@ struct Handler {
 };
 
 const Action actions[]{
-    {"AddAShape", [](Stage& stage) {
+    {"AddAShape",
+     [](Stage& stage) {
          if (stage.scene)
              stage.form.AddBox(stage.scene, 0xFF0000, {1, 1, 1}, {0, -3, 0});
      }},
-    {"RemoveTheShape", [](Stage& stage) {
+    {"RemoveTheShape",
+     [](Stage& stage) {
          if (stage.boxes[1])
              stage.boxes[1]->SetDisplayList(nullptr);
      }},
-    {"RemoveAllShapes", [](Stage& stage) {
+    {"RemoveAllShapes",
+     [](Stage& stage) {
          for (const QPointer<TCustomShape>& box : stage.boxes)
              if (box)
                  box->SetDisplayList(nullptr);
      }},
-    {"MoveTheShapeToTheOtherScene", [](Stage& stage) {
+    {"MoveTheShapeToTheOtherScene",
+     [](Stage& stage) {
          if (stage.boxes[1] && stage.other)
              stage.boxes[1]->SetDisplayList(stage.other);
      }},
@@ -76,53 +80,65 @@ const Action actions[]{
     {"DeleteTheScene", [](Stage& stage) { delete stage.scene.data(); }},
     {"DeleteTheOtherScene", [](Stage& stage) { delete stage.other.data(); }},
     {"DeleteTheCanvas", [](Stage& stage) { delete stage.alive.data(); }},
-    {"TakeTheSceneAway", [](Stage& stage) {
+    {"TakeTheSceneAway",
+     [](Stage& stage) {
          if (stage.scene)
              stage.scene->SetZkOglCanvas(nullptr);
      }},
-    {"TakeTheControlAway", [](Stage& stage) {
+    {"TakeTheControlAway",
+     [](Stage& stage) {
          if (stage.canvas())
              stage.canvas()->SetWinControl(nullptr);
      }},
-    {"ChangeTheMaterial", [](Stage& stage) {
+    {"ChangeTheMaterial",
+     [](Stage& stage) {
          if (stage.boxes[1])
              stage.boxes[1]->getAttributes()->getMaterial()->SetEmission(0x00FFFF);
      }},
-    {"ChangeTheScenesMaterial", [](Stage& stage) {
+    {"ChangeTheScenesMaterial",
+     [](Stage& stage) {
          if (stage.scene)
              stage.scene->getAttributes()->getMaterial()->SetEmission(0x00FFFF);
      }},
-    {"MoveTheShape", [](Stage& stage) {
+    {"MoveTheShape",
+     [](Stage& stage) {
          if (stage.boxes[1])
              stage.boxes[1]->Settranslation({0, 1, 0});
      }},
-    {"HideTheScene", [](Stage& stage) {
+    {"HideTheScene",
+     [](Stage& stage) {
          if (stage.scene)
              stage.scene->SetVisible(!stage.scene->GetVisible());
      }},
-    {"Repaint", [](Stage& stage) {
+    {"Repaint",
+     [](Stage& stage) {
          if (stage.canvas())
              stage.canvas()->Refresh();
      }},
-    {"UpdateNow", [](Stage& stage) {
+    {"UpdateNow",
+     [](Stage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
-    {"Pick", [](Stage& stage) {
+    {"Pick",
+     [](Stage& stage) {
          if (stage.canvas())
              stage.canvas()->Select(100, 100);
      }},
-    {"ChangeTheView", [](Stage& stage) {
+    {"ChangeTheView",
+     [](Stage& stage) {
          if (stage.canvas())
              stage.canvas()->SetBlickWinkel(stage.canvas()->GetBlickwinkel() > 0 ? 0 : 20);
      }},
     {"Resize", [](Stage& stage) { stage.form.window->resize(stage.form.window->size() + QSize(1, 1)); }},
-    {"OpenADialog", [](Stage&) {
+    {"OpenADialog",
+     [](Stage&) {
          QDialog dialog;
          QTimer::singleShot(30, &dialog, &QDialog::accept);
          dialog.exec();
      }},
-    {"LeaveTheMatrixChanged", [](Stage& stage) {
+    {"LeaveTheMatrixChanged",
+     [](Stage& stage) {
          if (stage.canvas())
              stage.canvas()->OGLTranslate({0.1, 0, 0});
      }},
@@ -135,21 +151,24 @@ void connectTo(Sender* sender, Signal signal, Stage& stage, const std::function<
 }
 
 const Handler handlers[]{
-    {"ShapePlays", [](Stage& stage, const std::function<void()>& run) {
+    {"ShapePlays",
+     [](Stage& stage, const std::function<void()>& run) {
          connectTo(stage.boxes[1].data(), &TZkShape::OnPlay, stage, run);
      },
      [](Stage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
-    {"ScenePlays", [](Stage& stage, const std::function<void()>& run) {
+    {"ScenePlays",
+     [](Stage& stage, const std::function<void()>& run) {
          connectTo(stage.scene.data(), &TDisplayList::OnPlay, stage, run);
      },
      [](Stage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
-    {"ShapeIsPicked", [](Stage& stage, const std::function<void()>& run) {
+    {"ShapeIsPicked",
+     [](Stage& stage, const std::function<void()>& run) {
          QPointer<TZkOglCanvas> canvas = stage.canvas();
          connectTo(stage.boxes[1].data(), &TZkShape::OnPlay, stage, [canvas, run] {
              if (canvas && canvas->IsSelecting())
@@ -160,28 +179,32 @@ const Handler handlers[]{
          if (stage.canvas())
              stage.canvas()->Select(100, 100);
      }},
-    {"BeforeCompile", [](Stage& stage, const std::function<void()>& run) {
+    {"BeforeCompile",
+     [](Stage& stage, const std::function<void()>& run) {
          connectTo(stage.canvas(), &TZkOglCanvas::OnBeforeCompile, stage, run);
      },
      [](Stage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
-    {"AfterCompile", [](Stage& stage, const std::function<void()>& run) {
+    {"AfterCompile",
+     [](Stage& stage, const std::function<void()>& run) {
          connectTo(stage.canvas(), &TZkOglCanvas::OnAfterCompile, stage, run);
      },
      [](Stage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
-    {"MouseDown", [](Stage& stage, const std::function<void()>& run) {
+    {"MouseDown",
+     [](Stage& stage, const std::function<void()>& run) {
          connectTo(stage.boxes[1].data(), &TCustomShape::OnMouseDown, stage, run);
      },
      [](Stage& stage) {
          if (stage.canvas() && stage.canvas()->HasContext())
              stage.form.Click({100, 100});
      }},
-    {"MouseUp", [](Stage& stage, const std::function<void()>& run) {
+    {"MouseUp",
+     [](Stage& stage, const std::function<void()>& run) {
          connectTo(stage.boxes[1].data(), &TCustomShape::OnMouseUp, stage, run);
      },
      [](Stage& stage) {
