@@ -38,7 +38,7 @@ class TZkCanvas;
 /// with a pixel ratio of 2 OpenGL draws four times as many of its own pixels and the picture is the same size, but
 /// finer. World coordinates are centimetres, `UnitsPerCM` pixels each at zoom 1; the viewer looks along -z, x to the
 /// right, y up. The viewport is a square of the larger side of the control, centred; what lies outside the control is
-/// cut off. In an odd height the picture sits one pixel lower in OpenGL than `WtoPixel` says.
+/// cut off. `WtoPixel` says where a point is seen; docs/architecture.md lists the few views where it is elsewhere.
 ///
 /// **Repaints.** Every setter that changes the picture repaints at once, or when the outermost `SetChanging` bracket
 /// closes. Nothing is painted while the window is not exposed; the exposure paints it. The first repaint in a new size
