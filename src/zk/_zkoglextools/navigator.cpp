@@ -43,7 +43,7 @@ TZKOglNav::TZKOglNav(QWidget* parent) : QWidget(parent), ComponentBase(this), me
     setAccessibleName(tr("View navigator"));
     setAccessibleDescription(
         tr("Turns the view of the picture: drag the cube or use the arrow keys; the menu has fixed views."));
-    resize(sizeHint());
+    resize(TZKOglNav::sizeHint());
     if (parent)
         makeDevice();
 }

@@ -89,7 +89,7 @@ void TZkOglSequencer::connectNotify(const QMetaMethod&) {
 
 void TZkOglSequencer::disconnectNotify(const QMetaMethod&) {
     // Qt holds its locks here, and the question who still listens waits for them.
-    QMetaObject::invokeMethod(this, &TZkOglSequencer::Reconsider, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, "Reconsider", Qt::QueuedConnection);
 }
 
 }  // namespace zk

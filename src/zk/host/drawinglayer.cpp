@@ -112,7 +112,7 @@ void DrawingLayer::ask(const QRect& area) {
         return;
     }
     if (!std::exchange(showPending_, true))
-        QMetaObject::invokeMethod(this, &DrawingLayer::showNow, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, "showNow", Qt::QueuedConnection);
 }
 
 void DrawingLayer::showNow() {

@@ -82,7 +82,7 @@ class DrawingLayer : public QObject {
     void prepare(Sheet& sheet) const;
     static void clear(Sheet& sheet, const QRegion& region);
     void ask(const QRect& area);
-    void showNow();
+    Q_INVOKABLE void showNow();
     void renderBelow(QImage& image, const QPoint& pixel);
     void paintControl(QEvent* event, const QRegion& painted);
 

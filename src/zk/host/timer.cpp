@@ -167,7 +167,7 @@ bool TTimer::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::WindowStateChange:
         case QEvent::ParentChange:
             // The event comes before the widget has followed it.
-            QMetaObject::invokeMethod(this, &TTimer::Reconsider, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, "Reconsider", Qt::QueuedConnection);
             break;
         default:
             break;

@@ -59,7 +59,7 @@ class TTimer : public TComponent {
     virtual bool NeedsTicks() const { return true; }
     virtual void Missed(qint64 ticks);
     /// Call when the answer of `NeedsTicks` may have changed.
-    void Reconsider();
+    Q_INVOKABLE void Reconsider();
     void CatchUp();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
