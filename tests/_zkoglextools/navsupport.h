@@ -65,8 +65,13 @@ inline QPointF seen(const TXYZ& point, const TBAse& base, const QSize& panel) {
 }
 
 /// Holds a picture of the panel against the cube: each of the twelve edges is drawn, black or red, and nothing is drawn
-/// far from all of them.
+/// far from all of them. The picture may be finer than the panel's pixels.
 inline void expectCube(const QImage& picture, const TBAse& base, const QSize& panel) {
+    const double ratio = picture.devicePixelRatio();
+    ASSERT_EQ(picture.size(), (QSizeF(panel) * ratio).toSize());
+    const auto pixelAt = [&](const QPointF& at) {
+        return picture.pixelColor(int(std::floor((at.x() + 0.5) * ratio)), int(std::floor((at.y() + 0.5) * ratio)));
+    };
     const std::array<TXYZ, 8> corners{
         {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}}};
     struct Edge {
@@ -89,7 +94,7 @@ inline void expectCube(const QImage& picture, const TBAse& base, const QSize& pa
     const auto isRed = [](const QColor& c) { return c.red() > 200 && c.green() < 60 && c.blue() < 60; };
     const auto isBlack = [](const QColor& c) { return c.lightness() < 40; };
     std::vector<QPointF> points;
-    const QRect inside = picture.rect().adjusted(4, 4, -4, -4);
+    const QRect inside = QRect(QPoint(0, 0), panel).adjusted(4, 4, -4, -4);
     for (const Edge& edge : edges) {
         for (int i = 0; i <= 64; ++i) {
             const TXYZ p = plus(corners[std::size_t(edge.from)],
@@ -102,9 +107,10 @@ inline void expectCube(const QImage& picture, const TBAse& base, const QSize& pa
             if (i != 32 || !inside.contains(at.toPoint()))
                 continue;
             bool drawn = false;
-            for (int dy = -1; dy <= 1; ++dy)
-                for (int dx = -1; dx <= 1; ++dx) {
-                    const QColor color = picture.pixelColor(at.toPoint() + QPoint(dx, dy));
+            // every pixel of the display around it, as a line is not whole pixels wide on all of them
+            for (double dy = -1; dy <= 1; dy += 0.25)
+                for (double dx = -1; dx <= 1; dx += 0.25) {
+                    const QColor color = pixelAt(QPointF(at.toPoint()) + QPointF(dx, dy));
                     drawn = drawn || isRed(color) || (!edge.ground && isBlack(color));
                 }
             EXPECT_TRUE(drawn) << "edge " << edge.from << "-" << edge.to << " from " << from.x() << ", " << from.y()
@@ -112,9 +118,9 @@ inline void expectCube(const QImage& picture, const TBAse& base, const QSize& pa
         }
     }
     int strays = 0;
-    for (int y = inside.top(); y <= inside.bottom(); ++y) {
-        for (int x = inside.left(); x <= inside.right(); ++x) {
-            const QColor color = picture.pixelColor(x, y);
+    for (double y = inside.top(); y <= inside.bottom(); y += 0.5) {
+        for (double x = inside.left(); x <= inside.right(); x += 0.5) {
+            const QColor color = pixelAt(QPointF(x, y));
             if (!isRed(color) && !isBlack(color))
                 continue;
             double nearest = 1e9;
