@@ -4,6 +4,8 @@
 
 #include <zk/_zkoglcanvas/glapi.h>
 
+#include <QCoreApplication>
+#include <QMouseEvent>
 #include <gtest/gtest.h>
 
 #include <set>
@@ -266,4 +268,105 @@ TEST(Picking, WhatIsSeenIsHit) {
             }
         EXPECT_GT(seen, 60) << angle;
     }
+}
+
+// --- what follows the pointer
+// -----------------------------------------------------------------------------------------
+
+TEST(MouseMoves, ThoseThatQueueUpAreMergedIntoTheNewest) {
+    GlForm form;
+    TZKOglBox* box = form.AddBox(form.AddScene(), 0x0000FF, {2, 2, 2}, {-1, -1, -1});
+    int picks = 0;
+    QObject::connect(box, &TZkShape::OnPlay, form.window.get(), [&] { picks += form.canvas->IsSelecting() ? 1 : 0; });
+    std::vector<std::string> events;
+    const auto note = [&events](const char* what, int x, int y) {
+        events.push_back(std::string(what) + " " + std::to_string(x) + "/" + std::to_string(y));
+    };
+    QObject::connect(form.control, &TZKOglControl::OnMouseMove, form.window.get(),
+                     [&](QObject*, TShiftState, int x, int y) { note("move", x, y); });
+    QObject::connect(form.control, &TZKOglControl::OnMouseDown, form.window.get(),
+                     [&](QObject*, Qt::MouseButton, TShiftState, int x, int y) { note("down", x, y); });
+    QObject::connect(form.control, &TZKOglControl::OnMouseUp, form.window.get(),
+                     [&](QObject*, Qt::MouseButton, TShiftState, int x, int y) { note("up", x, y); });
+    const auto post = [&form](QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::MouseButtons buttons) {
+        const QPointF at = QPointF(x, y) + form.control->contentsRect().topLeft();
+        QCoreApplication::postEvent(
+            form.control, new QMouseEvent(type, at, form.control->mapToGlobal(at), button, buttons, Qt::NoModifier));
+    };
+    GlForm::Settle();
+    picks = 0;
+    events.clear();
+    for (int i = 0; i < 100; ++i)
+        post(QEvent::MouseMove, 100 + i / 2, 150, Qt::NoButton, Qt::NoButton);
+    GlForm::Settle();
+    EXPECT_EQ(events, (std::vector<std::string>{"move 149/150"}));
+    EXPECT_EQ(picks, 1);
+
+    // A click comes after the moves before it and before those behind it.
+    events.clear();
+    post(QEvent::MouseMove, 120, 150, Qt::NoButton, Qt::NoButton);
+    post(QEvent::MouseMove, 130, 150, Qt::NoButton, Qt::NoButton);
+    post(QEvent::MouseButtonPress, 140, 150, Qt::LeftButton, Qt::LeftButton);
+    post(QEvent::MouseMove, 150, 150, Qt::NoButton, Qt::LeftButton);
+    post(QEvent::MouseMove, 160, 150, Qt::NoButton, Qt::LeftButton);
+    post(QEvent::MouseButtonRelease, 160, 150, Qt::LeftButton, Qt::NoButton);
+    GlForm::Settle();
+    EXPECT_EQ(events, (std::vector<std::string>{"move 130/150", "down 140/150", "move 160/150", "up 160/150"}));
+}
+
+TEST(MouseMoves, AControlThatGoesWhileOneWaitsIsLeftAlone) {
+    for (const bool atOnce : {false, true}) {
+        auto form = std::make_unique<GlForm>();
+        const QPointF at(100, 100);
+        if (atOnce)
+            QObject::connect(form->control, &TZKOglControl::OnMouseMove, form->control,
+                             [control = form->control] { delete control; });
+        for (const auto& [type, button] :
+             {std::pair(QEvent::MouseMove, Qt::NoButton), std::pair(QEvent::MouseButtonPress, Qt::LeftButton)}) {
+            QMouseEvent event(type, at, form->control->mapToGlobal(at), button, button, Qt::NoModifier);
+            if (QPointer<TZKOglControl> control = form->control)
+                QCoreApplication::sendEvent(control, &event);
+        }
+        form->canvas = nullptr;
+        form->control = nullptr;
+        form.reset();
+        GlForm::Settle();
+    }
+}
+
+// --- a bull's eye
+// -------------------------------------------------------------------------------------------------------
+
+TEST(Bulleye, ShowsOnlyWhatLiesAroundAPixel) {
+    for (const double angle : {0.0, 25.0}) {
+        GlForm form;
+        form.canvas->SetBlickWinkel(angle);
+        TZKOglScene* scene = form.AddScene();
+        form.AddBox(scene, 0x0000FF, {8, 8, 0.5}, {-4, -4, -0.25});
+        form.canvas->Refresh();
+        const QColor red = form.PixelAt({150, 150});
+        EXPECT_GT(red.red(), 200);
+        const std::vector<THitItem> before = form.canvas->Hits();
+        form.TakeSwaps();
+        form.canvas->Bulleye(180, 120, 1);  // a centimetre, 30 pixels, to each side
+        EXPECT_EQ(form.TakeSwaps(), 2);
+        for (int repaint = 0; repaint < 2; ++repaint) {
+            EXPECT_EQ(form.PixelAt({180, 120}), red) << angle;
+            EXPECT_EQ(form.PixelAt({155, 145}), red) << angle;
+            EXPECT_EQ(form.PixelAt({205, 95}), red) << angle;
+            EXPECT_EQ(form.PixelAt({145, 120}), QColor(0, 0, 0)) << angle;
+            EXPECT_EQ(form.PixelAt({215, 120}), QColor(0, 0, 0)) << angle;
+            EXPECT_EQ(form.PixelAt({180, 85}), QColor(0, 0, 0)) << angle;
+            EXPECT_EQ(form.PixelAt({180, 155}), QColor(0, 0, 0)) << angle;
+            form.canvas->Refresh();
+        }
+        EXPECT_EQ(form.canvas->Hits().size(), before.size()) << "it is a view, not a pick";
+        EXPECT_TRUE(form.canvas->Select(100, 200)) << "outside of the eye";
+        EXPECT_EQ(form.PixelAt({145, 120}), QColor(0, 0, 0)) << "what is seen changes with the next repaint";
+        form.canvas->Refresh();
+        EXPECT_EQ(form.PixelAt({145, 120}), red) << "the whole view is back";
+        EXPECT_EQ(PendingError(*form.canvas), 0U);
+    }
+    TZkOglCanvas unbound;
+    unbound.Bulleye(1, 2, 3);
 }

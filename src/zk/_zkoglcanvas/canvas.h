@@ -208,6 +208,23 @@ class TZkOglCanvas : public TZKDevice {
     bool Select(int x, int y);
     /// The same for a position between pixels, as a display with a pixel ratio above 1 reports it.
     bool SelectAt(const QPointF& position);
+    /// The hit object of the solid that contains a point of model space (where scenes are placed; the canvas's own
+    /// transform plays no part), or -1. A needle of 0.0002 cm runs from the point 1 km down the z axis and another one
+    /// up; a shape contains the point if both leave it once more often than they enter it.
+    ///
+    /// Solids are the shapes that are closed: boxes, spheres, cylinders and cones in any place, turned, scaled and
+    /// mirrored; `TZKOglShape`s whose faces close. A plane contains nothing. Of solids inside each other an odd number
+    /// must contain the point, and the one whose far side is farthest down, the outermost, is the answer; with an even
+    /// number it is -1. Points within a few needle widths of a surface may fall on either side of it, and so may, in
+    /// solids of more than 1000 cm, those within a millionth of their size.
+    ///
+    /// The shapes are played four times as in a pick, or up to twelve where the first answer is not clear. Afterwards
+    /// `Hits` has what the lower needle met, and the clip planes 0 to 4 are off.
+    int InsideOf(const TXYZ& point);
+    /// Repaints so that only what lies within `halfWidth` (in centimetres of the projection plane) of a pixel is seen,
+    /// in a column or in the pyramid from the eye. The clip planes 0 to 3 stay on, so later repaints show the same;
+    /// the next `Select` shows everything again.
+    void Bulleye(int x, int y, double halfWidth);
     /// What the last pick found, farthest first; of two at the same depth the one drawn later comes first.
     const std::vector<THitItem>& Hits() const { return hits_; }
     /// Ends selection mode and fills the hit list from what it recorded.
@@ -318,6 +335,11 @@ class TZkOglCanvas : public TZKDevice {
     void drawPicture();
     void playScenes();
     void setClipPlanesAround(const TXY& point, double halfWidth);
+    TXY projectionPoint(const QPointF& pixel) const;
+    void beginSelection();
+    void endSelection();
+    bool isClear(const TXYZ& point, int& answer);
+    std::vector<THitItem> needle(const TXYZ& point, bool down, unsigned culled);
     std::vector<Tlight*> lightList() const;
     void useLayer(DrawingLayer* layer);
     void beginLayer();

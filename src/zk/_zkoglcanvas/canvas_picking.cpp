@@ -36,15 +36,8 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
     if (!CheckCurrent() || IsPainting() || selecting_)
         return false;
 
-    selectBuffer().fill(0);
-    glSelectBuffer(GLsizei(selectBuffer().size()), selectBuffer().data());
-    SetRenderMode(GL_SELECT);
-    glInitNames();
-    glPushName(HitTarget::NoHit);
-    OGLError();
-
-    const TXY point{(position.x() - GetWidth() / 2) / GetUnitsPerCm(),
-                    -(position.y() - GetHeight() / 2) / GetUnitsPerCm()};
+    beginSelection();
+    const TXY point = projectionPoint(position);
     {
         selecting_ = true;
         const auto ended = qScopeGuard([this] { selecting_ = false; });
@@ -57,10 +50,41 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
         SetProjectionbase(base);
         SetChanging(false);
     }
-    glPopName();
-    readSelectBuffer();
+    endSelection();
     DisableClipplane(-1);
     return !hits_.empty();
+}
+
+void TZkOglCanvas::beginSelection() {
+    selectBuffer().fill(0);
+    glSelectBuffer(GLsizei(selectBuffer().size()), selectBuffer().data());
+    SetRenderMode(GL_SELECT);
+    glInitNames();
+    glPushName(HitTarget::NoHit);
+    OGLError();
+}
+
+void TZkOglCanvas::endSelection() {
+    if (CheckCurrent())
+        glPopName();
+    readSelectBuffer();
+}
+
+// As `GetProjectionKoord`, also between pixels.
+TXY TZkOglCanvas::projectionPoint(const QPointF& pixel) const {
+    return {(pixel.x() - GetWidth() / 2) / GetUnitsPerCm(), -(pixel.y() - GetHeight() / 2) / GetUnitsPerCm()};
+}
+
+void TZkOglCanvas::Bulleye(int x, int y, double halfWidth) {
+    if (!CheckCurrent() || IsPainting() || selecting_)
+        return;
+    const TXY point = projectionPoint(QPointF(x, y));
+    const TBAse base = GetprojectionBAse();
+    SetChanging(true);
+    SetProjectionbase(Unitbase);
+    setClipPlanesAround(point, halfWidth);
+    SetProjectionbase(base);
+    SetChanging(false);
 }
 
 // Four planes that keep what lies within `halfWidth` of a point of the projection plane: a column along the z axis, or

@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <exception>
+#include <utility>
 
 namespace zk {
 
@@ -122,6 +123,10 @@ void TZKOglControl::MouseUp(Qt::MouseButton button, TShiftState shift, int x, in
 }
 
 void TZKOglControl::mousePressEvent(QMouseEvent* event) {
+    const QPointer<TZKOglControl> self = this;
+    deliverMove();
+    if (!self)
+        return;
     pointer_ = event->position() - contentsRect().topLeft();
     guarded([&] {
         MouseDown(event->button(), ShiftStateOf(*event), int(std::floor(pointer_.x())), int(std::floor(pointer_.y())));
@@ -132,12 +137,27 @@ void TZKOglControl::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
 }
 
+// Moves that came while a picture was made are all there at once; each would cost a pick, and what is drawn for it
+// would fall behind the pointer. So a move waits until those behind it have been looked at, and only the newest counts.
 void TZKOglControl::mouseMoveEvent(QMouseEvent* event) {
     pointer_ = event->position() - contentsRect().topLeft();
-    guarded([&] { MouseMove(ShiftStateOf(*event), int(std::floor(pointer_.x())), int(std::floor(pointer_.y()))); });
+    moveShift_ = ShiftStateOf(*event);
+    if (std::exchange(moveWaits_, true))
+        return;
+    QMetaObject::invokeMethod(this, &TZKOglControl::deliverMove, Qt::QueuedConnection);
+}
+
+void TZKOglControl::deliverMove() {
+    if (!std::exchange(moveWaits_, false))
+        return;
+    guarded([&] { MouseMove(moveShift_, int(std::floor(pointer_.x())), int(std::floor(pointer_.y()))); });
 }
 
 void TZKOglControl::mouseReleaseEvent(QMouseEvent* event) {
+    const QPointer<TZKOglControl> self = this;
+    deliverMove();
+    if (!self)
+        return;
     pointer_ = event->position() - contentsRect().topLeft();
     guarded([&] {
         MouseUp(event->button(), ShiftStateOf(*event), int(std::floor(pointer_.x())), int(std::floor(pointer_.y())));

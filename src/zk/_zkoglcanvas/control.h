@@ -38,7 +38,8 @@ using bevel::TBevelKind;
 /// contents rectangle inside the frame; all mouse coordinates are pixels of the client area.
 ///
 /// On each mouse event the canvas looks for what is under the pointer (unless its `SelectEnabled` is off); the first
-/// hit gets the event, then the control's own signal follows. The moves come while no button is held, too.
+/// hit gets the event, then the control's own signal follows. The moves come while no button is held, too; of those
+/// that queued up while a picture was made only the newest counts.
 class TZKOglControl : public QWidget, public ComponentBase {
     Q_OBJECT
     Q_PROPERTY(zk::bevel::TBevelKind BevelKind READ GetBevelKind WRITE SetBevelKind)
@@ -102,6 +103,7 @@ class TZKOglControl : public QWidget, public ComponentBase {
     class HitTarget* targetUnderPointer(int x, int y);
     template <class Call>
     void guarded(Call call);
+    void deliverMove();
     void applyFrame();
     void applyAlign();
 
@@ -111,6 +113,8 @@ class TZKOglControl : public QWidget, public ComponentBase {
     TBevelEdges bevelEdges_ = TBevelEdges(bevel::beLeft | bevel::beTop | bevel::beRight | bevel::beBottom);
     TBevelCut bevelInner_ = bevel::bvRaised;
     TAlign align_ = bevel::alNone;
+    bool moveWaits_ = false;
+    TShiftState moveShift_;
     QPointF pointer_;  // of the mouse event being handled, between pixels where the display has finer ones
 };
 
