@@ -21,6 +21,34 @@ std::array<GLuint, 1024>& selectBuffer() {
     return buffer;
 }
 
+/// What shapes and clip planes leave behind in OpenGL (the planes' equations, the last normal, how polygons are
+/// rasterised) is as before at the end of the scope, unless a handler has brought another context.
+class LeftBehind {
+  public:
+    explicit LeftBehind(TZkOglCanvas& canvas) : canvas_(&canvas), depth_(depth()) {
+        GLint most = 0;
+        glGetIntegerv(GL_MAX_ATTRIB_STACK_DEPTH, &most);
+        if (depth_ < most)
+            glPushAttrib(GL_CURRENT_BIT | GL_POLYGON_BIT | GL_TRANSFORM_BIT);
+    }
+    ~LeftBehind() {
+        if (canvas_ && canvas_->CheckCurrent() && depth() > depth_)
+            glPopAttrib();
+    }
+    LeftBehind(const LeftBehind&) = delete;
+    LeftBehind& operator=(const LeftBehind&) = delete;
+
+  private:
+    static GLint depth() {
+        GLint depth = 0;
+        glGetIntegerv(GL_ATTRIB_STACK_DEPTH, &depth);
+        return depth;
+    }
+
+    QPointer<TZkOglCanvas> canvas_;
+    GLint depth_;
+};
+
 }  // namespace
 
 void TZkOglCanvas::SetHit(int name) {
@@ -41,6 +69,8 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
     {
         selecting_ = true;
         const auto ended = qScopeGuard([this] { selecting_ = false; });
+        const LeftBehind state(*this);
+        const Tmatrix view = GetOglModelMatrix();
         const TBAse base = GetprojectionBAse();
         SetChanging(true);
         // With the unit frame the model-view matrix is that of the bare eye, so that the planes can be given in
@@ -48,6 +78,7 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
         SetProjectionbase(Unitbase);
         setClipPlanesAround(point, pickTolerance);
         SetProjectionbase(base);
+        SetOglModelMatrix(view);  // to the last digit, and with what user code has made of it
         SetChanging(false);
     }
     endSelection();
