@@ -82,6 +82,7 @@ void TZkOglCanvas::Setdc(GlSurface* surface) {
     if (surface_) {
         disconnect(surface_, nullptr, this, nullptr);
         surface_->RemoveUser();
+        surface_->update();  // another canvas may be bound to the control: it is its turn
     }
     surface_ = surface;
     useLayer(surface_ ? DrawingLayer::Of(surface_->Control()) : nullptr);
@@ -213,9 +214,16 @@ void TZkOglCanvas::surfaceRestored() {
 
 void TZkOglCanvas::surfaceExposed() {
     auto* host = qobject_cast<TZKOglControl*>(winControl_);
-    if (!host)
+    if (!host) {
         Refresh();
-    else if (host->Canvas() == this)  // another canvas may have taken the control over
+        return;
+    }
+    if (!host->Canvas()) {
+        // The canvas that had taken the control over has gone, perhaps after the control got another size.
+        SetWinControl(host);
+        return;
+    }
+    if (host->Canvas() == this)  // another canvas may have taken the control over
         host->PAint();
 }
 
