@@ -306,8 +306,14 @@ TEST_F(Way, WithoutPointsItDoesNotTick) {
     TTimer::AdvanceTime(500);
     EXPECT_EQ(ticks, 3);
     way.SetActive(false);
+    EXPECT_FALSE(way.GetActive());
     TTimer::AdvanceTime(5000);
-    EXPECT_EQ(ticks, 3);
+    EXPECT_EQ(ticks, 13) << "the clock is switched only while there are points";
+    way.SetActive(true);
+    way.SetData(triangle);
+    way.SetActive(false);
+    TTimer::AdvanceTime(5000);
+    EXPECT_EQ(ticks, 13);
 }
 
 TEST_F(Way, MalformedPointsAreToldOnceAndStopIt) {

@@ -56,7 +56,7 @@ void TZKOglWay::SetActive(bool Value) {
     if (Value == active_ || howLong_ == 0 || timerDelay_ == 0)
         return;
     active_ = Value;
-    if (!Value || !points_.isEmpty())
+    if (!points_.isEmpty())
         timer_.SetEnabled(Value);
 }
 

@@ -53,8 +53,9 @@ class TZKOglWay : public TZkShape {
     void SetData(const QStringList& Points);
 
     bool GetActive() const { return active_; }
-    /// Runs or stops; the position stays. Ignored while `HowLong` or `TimerDelay` is 0. A way that has no points when
-    /// it is activated does not tick.
+    /// Runs or stops; the position stays. Ignored while `HowLong` or `TimerDelay` is 0. The clock is switched only
+    /// while there are points: a way that has none when it is activated does not tick, and one whose points were taken
+    /// away while it ran goes on raising `OnTimer` until it has points again and is stopped.
     void SetActive(bool Value);
 
     std::int32_t GetHowLong() const { return howLong_; }
