@@ -90,6 +90,27 @@ TEST_P(Repaint, BothSwapsShowTheNewPicture) {
     EXPECT_EQ(swap.TakeSeen(), (std::vector{red, red}));
 }
 
+TEST_P(Repaint, WhatIsPaintedBetweenTheTwoIsSeen) {
+    const auto [swapKind, way] = GetParam();
+    GlForm form;
+    form.canvas->Context()->SetKeeping(way);
+    form.AddBox(form.AddScene(), 0x0000FF, {2, 2, 2}, {-1, -1, -1});
+    SwapDouble swap(form, swapKind);
+    form.canvas->BeginPaint();
+    EXPECT_EQ(swap.TakeSeen(), std::vector{red});
+    glPushAttrib(GL_COLOR_BUFFER_BIT | GL_SCISSOR_BIT);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(10, 10, 40, 40);
+    glClearColor(0, 1, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glPopAttrib();
+    form.canvas->EndPaint();
+    EXPECT_EQ(swap.TakeSeen(), std::vector{red}) << "the picture is there";
+    EXPECT_EQ(form.PixelAt({30, 270}), QColor(0, 255, 0)) << "and what came upon it";
+    form.canvas->Refresh();
+    EXPECT_EQ(form.PixelAt({30, 270}), black);
+}
+
 INSTANTIATE_TEST_SUITE_P(Swaps, Repaint,
                          testing::Combine(testing::Values(Swap::Copy, Swap::Exchange, Swap::Undefined),
                                           testing::Values(PictureKeeper::Way::FramebufferObject,

@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace zk {
 
@@ -294,8 +295,15 @@ void TZkOglCanvas::SetRenderMode(int mode) {
 // --- the paint cycle ------------------------------------------------------------------------------------------------
 
 void TZkOglCanvas::Refresh() {
-    if (context_ && !(ComponentState() & csDestroying))
-        TZKDevice::Refresh();
+    if (!context_ || (ComponentState() & csDestroying))
+        return;
+    const QPointer<TZkOglCanvas> self = this;
+    const bool outer = std::exchange(refreshing_, true);
+    const auto back = qScopeGuard([&] {
+        if (self)
+            refreshing_ = outer;
+    });
+    TZKDevice::Refresh();
 }
 
 void TZkOglCanvas::SetChanging(bool changing) {
@@ -334,6 +342,8 @@ void TZkOglCanvas::BeginPaint() {
     presented_ = true;
     if (!context_->IsSizeNew()) {
         context_->Present();
+        if (!refreshing_)
+            context_->BringBack();
         return;
     }
     // This swap may be the one that tells the driver of the window's new size, so that the picture is drawn anew for
@@ -353,14 +363,17 @@ void TZkOglCanvas::drawPicture() {
     playScenes();
 }
 
-// The picture is shown twice, as BeginPaint and EndPaint may also be called apart: whoever paints between them shows it
-// with the second swap.
+// The picture is shown twice, as BeginPaint and EndPaint may also be called apart: what is painted between them comes
+// upon the picture and is shown with the second swap.
 void TZkOglCanvas::EndPaint() {
     if (context_) {
         TZKDevice::EndPaint();
         CheckCurrent1();
-        if (presented_)
+        if (presented_) {
+            if (!refreshing_)
+                context_->Keep();
             context_->PresentAgain();
+        }
         presented_ = false;
     }
     TZKDevice::EndPaint();

@@ -102,6 +102,8 @@ class TZkOglCanvas : public TZKDevice {
     /// Repaints if there is a context, nothing is being changed, loaded or painted.
     void Refresh() override;
     void SetChanging(bool changing) override;
+    /// A repaint in two steps: the first shows the scenes, the second shows them together with what was painted into
+    /// the current context in between.
     void BeginPaint() override;
     void EndPaint() override;
     void Notification(QObject* component, TOperation operation) override;
@@ -362,6 +364,7 @@ class TZkOglCanvas : public TZKDevice {
     bool selectEnabled_ = true;
     bool selecting_ = false;
     bool presented_ = false;
+    bool refreshing_ = false;             // BeginPaint and EndPaint follow each other
     DrawingInto* drawingInto_ = nullptr;  // while `DrawInto` runs
     TColor backgroundColor_ = 0;
     double defaultUnitsPerCM_ = 0;
