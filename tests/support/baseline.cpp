@@ -8,6 +8,29 @@
 
 namespace zk::test {
 
+namespace {
+
+int difference(QRgb a, QRgb b) {
+    return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
+}
+
+/// How far the pixel is from the nearest color among those of `other` at its place and beside it. An edge, of a shape
+/// or of a texel, that meets the middle of pixels falls to one side or the other as the driver rounds, and the same
+/// driver rounds another way on another processor.
+int differenceNear(const QImage& picture, const QImage& other, int x, int y) {
+    const QRgb color = picture.pixel(x, y);
+    int least = difference(color, other.pixel(x, y));
+    for (int dy = -1; dy <= 1 && least > 0; ++dy) {
+        for (int dx = -1; dx <= 1; ++dx) {
+            if (other.valid(x + dx, y + dy))
+                least = std::min(least, difference(color, other.pixel(x + dx, y + dy)));
+        }
+    }
+    return least;
+}
+
+}  // namespace
+
 testing::AssertionResult LooksLikeBaseline(const QImage& picture, const QString& name) {
     constexpr int clearly = 25;
     const QString file = QStringLiteral(ZKOGL_BASELINES "/") + name + QStringLiteral(".png");
@@ -24,16 +47,14 @@ testing::AssertionResult LooksLikeBaseline(const QImage& picture, const QString&
     if (expected.size() == actual.size()) {
         for (int y = 0; y < actual.height(); ++y) {
             for (int x = 0; x < actual.width(); ++x) {
-                const QRgb a = actual.pixel(x, y);
-                const QRgb b = expected.pixel(x, y);
-                const int differences[]{std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
-                                        std::abs(qBlue(a) - qBlue(b))};
-                off += *std::max_element(std::begin(differences), std::end(differences)) > clearly ? 1 : 0;
-                sum += differences[0] + differences[1] + differences[2];
+                const int distance =
+                    std::max(differenceNear(actual, expected, x, y), differenceNear(expected, actual, x, y));
+                off += distance > clearly ? 1 : 0;
+                sum += distance;
             }
         }
         const qint64 pixels = qint64(actual.width()) * actual.height();
-        if (off * 100 <= pixels && sum < pixels * 3)
+        if (off * 200 <= pixels && sum < pixels)
             return testing::AssertionSuccess();
     }
     const QString left = QStringLiteral(ZKOGL_TEST_PICTURES "/") + name;

@@ -4,6 +4,7 @@
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
 
+#include <QPointer>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -64,11 +65,15 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
     if (!CheckCurrent() || IsPainting() || selecting_)
         return false;
 
+    const QPointer<TZkOglCanvas> self = this;  // a handler may delete the canvas while its shapes are played
     beginSelection();
     const TXY point = projectionPoint(position);
     {
         selecting_ = true;
-        const auto ended = qScopeGuard([this] { selecting_ = false; });
+        const auto ended = qScopeGuard([&self] {
+            if (self)
+                self->selecting_ = false;
+        });
         const LeftBehind state(*this);
         const Tmatrix view = GetOglModelMatrix();
         const TBAse base = GetprojectionBAse();
@@ -81,6 +86,8 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
         SetOglModelMatrix(view);  // to the last digit, and with what user code has made of it
         SetChanging(false);
     }
+    if (!self)
+        return false;
     endSelection();
     DisableClipplane(-1);
     return !hits_.empty();
