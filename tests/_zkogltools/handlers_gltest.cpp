@@ -6,12 +6,16 @@
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkogltools.h>
 
+#include <QCoreApplication>
 #include <QDialog>
+#include <QMouseEvent>
+#include <QResizeEvent>
 #include <QTimer>
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <stdexcept>
+#include <utility>
 
 using namespace zk;
 using namespace zk::test;
@@ -272,6 +276,38 @@ TEST_P(Handlers, MayDoWhatTheyWant) {
     if (stage.canvas())
         stage.canvas()->Select(10, 10);
     stage.form.messages.Take();
+}
+
+// The control itself goes while it looks for what was clicked, or tells of its new size.
+TEST(HandlersOfAControl, MayDeleteIt) {
+    for (const bool resizes : {false, true}) {
+        Stage stage;
+        const QPointer<TZKOglControl> control = stage.form.control;
+        const auto deleteIt = [&stage] { delete std::exchange(stage.form.control, nullptr); };
+        if (resizes)
+            connectTo(control.data(), &TZKOglControl::OnResize, stage, deleteIt);
+        else
+            connectTo(stage.boxes[1].data(), &TZkShape::OnPlay, stage, [&] {
+                if (stage.canvas()->IsSelecting())
+                    deleteIt();
+            });
+        if (resizes) {
+            QResizeEvent event(QSize(90, 80), control->size());
+            QCoreApplication::sendEvent(control, &event);
+        } else {
+            const QPointF middle(100, 100);
+            QMouseEvent event(QEvent::MouseButtonPress, middle, control->mapToGlobal(middle), Qt::LeftButton,
+                              Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(control, &event);
+        }
+        EXPECT_FALSE(control);
+        ASSERT_TRUE(stage.canvas());
+        EXPECT_FALSE(stage.canvas()->HasContext());
+        EXPECT_FALSE(stage.canvas()->IsSelecting());
+        EXPECT_FALSE(stage.canvas()->GetWinControl());
+        stage.canvas()->Refresh();
+        EXPECT_EQ(stage.form.messages.Take(), QStringList());
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Handlers, testing::Combine(testing::ValuesIn(handlers), testing::ValuesIn(actions)),

@@ -36,8 +36,9 @@ void TZKOglControl::PAint() {
 }
 
 void TZKOglControl::resize() {
+    const QPointer<TZKOglControl> self = this;
     Q_EMIT OnResize(this);
-    if (!canvas_ || !canvas_->CheckCurrent())
+    if (!self || !canvas_ || !canvas_->CheckCurrent())
         return;
     const QSize client = contentsRect().size();
     const ChangeBracket bracket(canvas_);  // two sizes, one repaint
@@ -93,7 +94,9 @@ HitTarget* TZKOglControl::targetUnderPointer(int x, int y) {
         return nullptr;
     // A caller of its own gives whole pixels; the mouse may stand between two.
     const bool fromMouse = int(std::floor(pointer_.x())) == x && int(std::floor(pointer_.y())) == y;
-    if (!(fromMouse ? canvas_->SelectAt(pointer_) : canvas_->Select(x, y)))
+    const QPointer<TZKOglControl> self = this;  // a handler may delete the control, or take the canvas away
+    const bool hit = fromMouse ? canvas_->SelectAt(pointer_) : canvas_->Select(x, y);
+    if (!hit || !self || !canvas_)
         return nullptr;
     return HitTarget::Of(canvas_->Hits().front().HitObject);
 }
