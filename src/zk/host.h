@@ -11,3 +11,4 @@
 #include <zk/host/picture.h>
 #include <zk/host/shiftstate.h>
 #include <zk/host/timer.h>
+#include <zk/host/workarounds.h>

@@ -1,6 +1,7 @@
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/picturekeeper.h>
 #include <zk/_zkoglcanvas/pixeldrawing.h>
+#include <zk/host/workarounds.h>
 
 #include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
@@ -133,9 +134,17 @@ class PixelKeeper final : public PictureKeeper {
     std::vector<unsigned char> pixels_;
 };
 
+class NoKeeper final : public PictureKeeper {
+  public:
+    void Keep(const QSize& /*size*/) override {}
+    void BringBack() override {}
+};
+
 }  // namespace
 
 PictureKeeper::Way PictureKeeper::BestWay() {
+    if (!IsOn(Workaround::KeptPicture))
+        return Way::Nothing;
     const QOpenGLContext* context = QOpenGLContext::currentContext();
     const bool framebuffers = context && (context->format().majorVersion() >= 3 ||
                                           context->hasExtension(QByteArrayLiteral("GL_ARB_framebuffer_object")));
@@ -145,7 +154,9 @@ PictureKeeper::Way PictureKeeper::BestWay() {
 std::unique_ptr<PictureKeeper> PictureKeeper::Create(Way way) {
     if (way == Way::FramebufferObject)
         return std::make_unique<FramebufferKeeper>();
-    return std::make_unique<PixelKeeper>();
+    if (way == Way::Pixels)
+        return std::make_unique<PixelKeeper>();
+    return std::make_unique<NoKeeper>();
 }
 
 }  // namespace zk

@@ -26,9 +26,10 @@ class PictureKeeper {
     enum class Way {
         FramebufferObject,  ///< in the driver's memory; wherever framebuffer objects can be copied
         Pixels,             ///< read and drawn as pixels, which OpenGL 1.1 can do: slower, works everywhere
+        Nothing,            ///< not at all: for drivers whose swap leaves the picture in the back buffer
     };
 
-    /// The better way that the current context offers.
+    /// The best way that the current context offers; `Nothing` with `Workaround::KeptPicture` off.
     static Way BestWay();
 
     static std::unique_ptr<PictureKeeper> Create(Way way);

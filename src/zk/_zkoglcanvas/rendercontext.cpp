@@ -1,5 +1,6 @@
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
+#include <zk/host/workarounds.h>
 
 #include <QCoreApplication>
 #include <QOpenGLContext>
@@ -66,6 +67,10 @@ RenderContext::~RenderContext() {
 bool RenderContext::IsCurrent() const {
     return QOpenGLContext::currentContext() == context_.get() && surface_.Window() &&
            context_->surface() == surface_.Window();
+}
+
+bool RenderContext::IsSizeNew() const {
+    return surface_.PixelSize() != swappedSize_ && IsOn(Workaround::NewSize);
 }
 
 bool RenderContext::MakeCurrent() {

@@ -34,7 +34,8 @@ class RenderContext {
 
     /// True until the first swap after the window has got another size. Some drivers take notice of a new size only
     /// with a swap: what is drawn before it is cut off at the old one.
-    bool IsSizeNew() const { return surface_.PixelSize() != swappedSize_; }
+    /// False with `Workaround::NewSize` off.
+    bool IsSizeNew() const;
 
     /// Keeps what has been drawn into the back buffer for `PresentAgain`, without showing it.
     void Keep();

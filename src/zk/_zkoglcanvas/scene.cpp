@@ -8,6 +8,7 @@
 #include <zk/_zkoglcanvas/scene.h>
 #include <zk/_zkoglcanvas/sceneplan.h>
 #include <zk/host/message.h>
+#include <zk/host/workarounds.h>
 
 #include <QScopeGuard>
 
@@ -154,6 +155,10 @@ void TZKOglScene::Play() {
     if (canvas->IsSelecting()) {
         if (compiled_ && empty_)
             return;  // a scene that was refused before it had ever been compiled shows nothing
+        if (compiled_ && canvas->GetAutoCompile() && !IsOn(Workaround::SelectionLists)) {
+            glCallList(list_);
+            return;
+        }
         pick_ = std::make_unique<PickVolume>();
         const auto picked = qScopeGuard([&self] {
             if (self)

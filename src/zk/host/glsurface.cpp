@@ -1,4 +1,5 @@
 #include <zk/host/glsurface.h>
+#include <zk/host/workarounds.h>
 
 #include <QEvent>
 #include <QLabel>
@@ -43,7 +44,8 @@ GlSurface::~GlSurface() {
 
 QSurfaceFormat GlSurface::RequestedFormat() {
     QSurfaceFormat format;
-    format.setRenderableType(QSurfaceFormat::OpenGL);  // never OpenGL ES, which some window systems prefer
+    if (IsOn(Workaround::DesktopOpenGl))
+        format.setRenderableType(QSurfaceFormat::OpenGL);  // never OpenGL ES, which some window systems prefer
     format.setProfile(QSurfaceFormat::CompatibilityProfile);
     format.setVersion(1, 1);  // drivers answer with the newest version that is compatible to it
     format.setRedBufferSize(8);
@@ -70,7 +72,7 @@ void GlSurface::makeWindow() {
         if (window_)
             window_->removeEventFilter(this);
         window_ = window;
-        if (window->surfaceType() != QSurface::OpenGLSurface) {
+        if (window->surfaceType() != QSurface::OpenGLSurface && IsOn(Workaround::SurfaceType)) {
             const bool visible = window->isVisible();
             window->setSurfaceType(QSurface::OpenGLSurface);
             window->setFormat(RequestedFormat());

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+namespace zk {
+
+/// What the library does only because some drivers or window systems need it; docs/drivers.md says why, and what is
+/// lost without. All are on at first, but for those that the environment names in ZKOGL_WORKAROUNDS_OFF, separated by
+/// commas. For finding out whether a driver is at fault, and for drivers that are not.
+enum class Workaround {
+    SelectionLists,  ///< "selection-lists": a pick plays the shapes, never the compiled list
+    KeptPicture,     ///< "kept-picture": the picture is kept over a swap; asked when a context is made
+    NewSize,         ///< "new-size": the first repaint in a new size draws twice
+    DesktopOpenGl,   ///< "desktop-opengl": asks for desktop OpenGL; asked when a window is made
+    SurfaceType,     ///< "surface-type": makes the native window anew for OpenGL; asked when a window is made
+};
+
+/// The name in the environment.
+std::string_view NameOf(Workaround workaround);
+
+bool IsOn(Workaround workaround);
+void SetOn(Workaround workaround, bool on);
+
+}  // namespace zk
