@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QStringList>
+#include <QVariant>
+#include <QWidget>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QDesignerFormEditorInterface;
+class QDesignerFormWindowInterface;
+class QDesignerPropertySheetExtension;
+class QUndoStack;
+
+namespace zk::test {
+
+/// Designer's form editor within the test program, with one form at a time.
+class FormEditor {
+  public:
+    FormEditor();
+    ~FormEditor();
+
+    /// Opens a form from the text of its file; false with a failure where Designer refuses it.
+    bool Open(const QString& contents);
+    /// Opens an empty form.
+    bool OpenEmpty();
+    void Close();
+    QString Save() const;
+
+    QDesignerFormEditorInterface* Core() const { return core_.get(); }
+    QDesignerFormWindowInterface* Form() const { return form_; }
+    QUndoStack* Undo() const;
+    QWidget* Window() const { return window_.get(); }
+
+    /// Puts widgets onto the form as a paste does: `xml` is a `<widget>` element or several.
+    void Paste(const QString& widgets);
+    /// Selects the named widgets and nothing else.
+    void Select(const QStringList& names);
+    void Copy();
+    void PasteAgain();
+    void Delete();
+
+    /// The widget of this name that is on the form, or null.
+    QWidget* Widget(const QString& name) const;
+    /// The component behind it.
+    QObject* Component(const QString& name) const;
+
+    QDesignerPropertySheetExtension* Sheet(const QString& name) const;
+    QVariant Value(const QString& name, const QString& property) const;
+    /// Sets a property as the property editor does, with a step of the undo stack.
+    void Set(const QString& name, const QString& property, const QVariant& value);
+    void Reset(const QString& name, const QString& property);
+
+    /// Lets the event loop run until nothing is to be done.
+    static void Settle();
+    /// The texts of the message boxes on show, which are closed.
+    static QStringList TakeMessages();
+
+  private:
+    void trigger(int action);
+
+    std::unique_ptr<QWidget> window_;
+    std::unique_ptr<QDesignerFormEditorInterface> core_;
+    QDesignerFormWindowInterface* form_ = nullptr;
+};
+
+/// The text of a form with these `<widget>` elements on it.
+QString FormText(const QString& widgets);
+/// The element of a component at a place, with properties.
+QString WidgetText(const QString& className, const QString& name, const QString& properties = {});
+/// The lines of `b` that are not the same in `a`, where both have as many.
+std::vector<std::string> ChangedLines(const QString& a, const QString& b);
+/// With ZKOGL_BASELINES=write in the environment keeps a form beside the tests, and tells so.
+bool KeepForm(const QString& name, const QString& contents);
+/// A form that is kept beside the tests.
+QString KeptForm(const QString& name);
+
+}  // namespace zk::test
