@@ -10,6 +10,7 @@
 #include <zk/_zkcomtypes/lights.h>
 #include <zk/_zkcomtypes/material.h>
 #include <zk/_zkcomtypes/materialkind.h>
+#include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkcomtypes/polyattributes.h>
 #include <zk/_zkcomtypes/shape.h>

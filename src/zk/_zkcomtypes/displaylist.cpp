@@ -1,11 +1,14 @@
 #include <zk/_zkcomtypes/displaylist.h>
 #include <zk/_zkcomtypes/shape.h>
 #include <zk/_zkxyz/errors.h>
+#include <zk/host/componentref.h>
 
 #include <algorithm>
 #include <string>
 
 namespace zk {
+
+static const ReferenceTarget<TDisplayList> displayListTarget;
 
 TDisplayList::TDisplayList(QObject* owner) : TComponent(owner) {}
 

@@ -1,7 +1,10 @@
 #include <zk/_zkdevice/canvas3d.h>
 #include <zk/host/controlcanvas.h>
+#include <zk/host/formreading.h>
 
 namespace zk {
+
+static const ReferenceProperty<TZKCanvas3d, QWidget> controlProperty("Control");
 
 TZKCanvas3d::TZKCanvas3d(QObject* owner) : TZKDevice(owner) {
     const auto* control = qobject_cast<QWidget*>(owner);
@@ -29,6 +32,14 @@ void TZKCanvas3d::dropForwarder() {
     SetPRimdevice(nullptr);
     delete forwarder_.data();
     delete canvas_.data();
+}
+
+ComponentRef TZKCanvas3d::readControl() const {
+    return ComponentRef(control_);
+}
+
+void TZKCanvas3d::writeControl(const ComponentRef& control) {
+    WriteReference(*this, "Control", control, [this](QObject* object) { Setcontrol(static_cast<QWidget*>(object)); });
 }
 
 void TZKCanvas3d::Setcontrol(QWidget* C) {

@@ -2,6 +2,7 @@
 
 #include <zk/_zkdevice/canvas2d.h>
 #include <zk/_zkdevice/device.h>
+#include <zk/host/componentref.h>
 
 #include <QPointer>
 #include <QWidget>
@@ -19,7 +20,7 @@ namespace zk {
 /// ```
 class TZKCanvas3d : public TZKDevice {
     Q_OBJECT
-    Q_PROPERTY(QWidget* Control READ GetControl WRITE Setcontrol)
+    Q_PROPERTY(zk::ComponentRef Control READ readControl WRITE writeControl)
   public:
     /// An owner that is a control gives the device its size and a 2D device. Nothing is drawn before `Control` is set,
     /// whatever the owner is.
@@ -40,6 +41,9 @@ class TZKCanvas3d : public TZKDevice {
     void Notification(QObject* component, TOperation operation) override;
 
   private:
+    ComponentRef readControl() const;
+    void writeControl(const ComponentRef& control);
+
     void attachForwarder(QWidget* control);
     void dropForwarder();
 

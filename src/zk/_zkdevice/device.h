@@ -170,6 +170,7 @@ class TZKDevice : public TComponent {
     /// Resets the batch count and sets view angle and projection base again in one batch, so that overrides see the
     /// values that were read; refreshes once.
     void Loaded() override;
+    bool IsLoadedLast() const override { return true; }
 
   protected:
     /// Deletes all lights in the list.

@@ -1,3 +1,4 @@
+#include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkmath/tolerance.h>
 #include <zk/_zkoglcanvas/canvas.h>
@@ -14,6 +15,7 @@
 #include <zk/_zkoglcanvas/textureobjects.h>
 #include <zk/host/controlcanvas.h>
 #include <zk/host/drawinglayer.h>
+#include <zk/host/formreading.h>
 #include <zk/host/message.h>
 
 #include <QMetaMethod>
@@ -25,6 +27,9 @@
 #include <utility>
 
 namespace zk {
+
+static const ReferenceProperty<TZkOglCanvas, QWidget> winControlProperty("WinControl");
+static const ReferenceTarget<TZkOglCanvas> canvasTarget;
 
 TZkOglCanvas::TZkOglCanvas(QObject* owner) : TZKDevice(owner) {
     SetLightClass({"TZKOglLight", [](QObject* lightOwner) -> Tlight* { return new TZKOglLight(lightOwner); }});
@@ -441,6 +446,28 @@ bool TZkOglCanvas::AskBeforeCompile() {
 void TZkOglCanvas::TellAfterCompile() {
     bool compile = true;
     Q_EMIT OnAfterCompile(this, compile);
+}
+
+// --- the properties of forms -----------------------------------------------------------------------------------------
+
+ComponentRef TZkOglCanvas::readWinControl() const {
+    return ComponentRef(GetWinControl());
+}
+
+void TZkOglCanvas::writeWinControl(const ComponentRef& ref) {
+    WriteReference(*this, "WinControl", ref, [this](QObject* object) { SetWinControl(static_cast<QWidget*>(object)); });
+}
+
+void TZkOglCanvas::writeTranslation(const QString& text) {
+    WritePointText(*this, "TransformBy", text, [this](const QString& point) { Set_translation(point); });
+}
+
+void TZkOglCanvas::writeRotationPoint(const QString& text) {
+    WritePointText(*this, "RotationPoint", text, [this](const QString& point) { SetDrehgeradePkt(point); });
+}
+
+void TZkOglCanvas::writeRotationLine(const QString& text) {
+    WritePointText(*this, "RotationLine", text, [this](const QString& point) { SetDrehgeradeRichtung(point); });
 }
 
 }  // namespace zk

@@ -3,6 +3,7 @@
 #include <zk/_zkdevice/device.h>
 #include <zk/_zkoglcanvas/hit.h>
 #include <zk/_zkoglcanvas/keptshape.h>
+#include <zk/host/componentref.h>
 #include <zk/host/glsurface.h>
 
 #include <QColor>
@@ -49,7 +50,7 @@ class TZkCanvas;
 /// its window comes back with it. All on the GUI thread.
 class TZkOglCanvas : public TZKDevice {
     Q_OBJECT
-    Q_PROPERTY(QWidget* WinControl READ GetWinControl WRITE SetWinControl)
+    Q_PROPERTY(zk::ComponentRef WinControl READ readWinControl WRITE writeWinControl)
     Q_PROPERTY(double UnitsPerCM READ GetUnitsPerCm WRITE SetUnitsPerCm)
     Q_PROPERTY(double DefaultTriangleResolution READ GetDefaultTriangleResolution WRITE SetDefaultTriangleResolution)
     Q_PROPERTY(bool AutoCompile READ GetAutoCompile WRITE SetAutoCompile)
@@ -59,10 +60,10 @@ class TZkOglCanvas : public TZKDevice {
     Q_PROPERTY(double DefaultUnitsPerCM READ GetDefaultUnitsPerCM WRITE SetDefaultUnitsPerCM)
     Q_PROPERTY(bool SelectEnabled READ GetSelectEnabled WRITE SetSelectEnabled)
     Q_PROPERTY(double PointOfView READ GetBlickwinkel WRITE SetBlickWinkel)
-    Q_PROPERTY(QString TransformBy READ Get_translation WRITE Set_translation)
+    Q_PROPERTY(QString TransformBy READ Get_translation WRITE writeTranslation)
     Q_PROPERTY(double RotateBy READ Getdrehwinkel WRITE Setdrehwinkel)
-    Q_PROPERTY(QString RotationPoint READ GetDrehgeradePkt WRITE SetDrehgeradePkt)
-    Q_PROPERTY(QString RotationLine READ GetDrehgeradeRichtung WRITE SetDrehgeradeRichtung)
+    Q_PROPERTY(QString RotationPoint READ GetDrehgeradePkt WRITE writeRotationPoint)
+    Q_PROPERTY(QString RotationLine READ GetDrehgeradeRichtung WRITE writeRotationLine)
 
   public:
     explicit TZkOglCanvas(QObject* owner = nullptr);
@@ -320,6 +321,12 @@ class TZkOglCanvas : public TZKDevice {
   private:
     class LightKeeper;
     struct DrawingInto;
+
+    ComponentRef readWinControl() const;
+    void writeWinControl(const ComponentRef& ref);
+    void writeTranslation(const QString& text);
+    void writeRotationPoint(const QString& text);
+    void writeRotationLine(const QString& text);
 
     void surfaceLost();
     void surfaceRestored();

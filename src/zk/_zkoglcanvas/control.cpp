@@ -2,6 +2,7 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/hit.h>
+#include <zk/host/componentref.h>
 #include <zk/host/message.h>
 
 #include <QMouseEvent>
@@ -13,6 +14,8 @@
 #include <utility>
 
 namespace zk {
+
+static const ReferenceTarget<TZKOglControl> controlTarget;
 
 TZKOglControl::TZKOglControl(QWidget* parent) : QWidget(parent), ComponentBase(this) {
     setMouseTracking(true);
@@ -232,6 +235,7 @@ void TZKOglControl::applyAlign() {
 }
 
 bool TZKOglControl::event(QEvent* event) {
+    TakeDynamicProperty(event);
     if (event->type() == QEvent::ParentAboutToChange && parentWidget())
         parentWidget()->removeEventFilter(this);
     if (event->type() == QEvent::ParentChange)

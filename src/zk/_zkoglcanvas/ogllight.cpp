@@ -1,3 +1,4 @@
+#include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath.h>
@@ -7,12 +8,15 @@
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/matrixmode.h>
 #include <zk/_zkoglcanvas/ogllight.h>
+#include <zk/host/formreading.h>
 #include <zk/host/message.h>
 
 #include <algorithm>
 #include <exception>
 
 namespace zk {
+
+static const ReferenceProperty<TZKOglLight, TZkOglCanvas> canvasProperty("ZkOglCanvas");
 
 TZKOglLight::TZKOglLight(QObject* owner) : Tlight(owner) {}
 
@@ -262,6 +266,25 @@ void TZKOglLight::Update() {
     OGLError();
     SetSpotExponent(getSpotExponent());
     OGLError();
+}
+
+// --- the properties of forms -----------------------------------------------------------------------------------------
+
+ComponentRef TZKOglLight::readCanvas() const {
+    return ComponentRef(GetZKOglCanvas());
+}
+
+void TZKOglLight::writeCanvas(const ComponentRef& ref) {
+    WriteReference(*this, "ZkOglCanvas", ref,
+                   [this](QObject* object) { SetZkOglCanvas(static_cast<TZkOglCanvas*>(object)); });
+}
+
+void TZKOglLight::writePosition(const QString& text) {
+    WritePointText(*this, "LightPosition", text, [this](const QString& point) { SetLightPosition(point); });
+}
+
+void TZKOglLight::writeDirection(const QString& text) {
+    WritePointText(*this, "LightDirection", text, [this](const QString& point) { SetLightDirection(point); });
 }
 
 }  // namespace zk

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/light.h>
+#include <zk/host/componentref.h>
 
 #include <QColor>
 
@@ -16,7 +17,7 @@ class TZkOglCanvas;
 /// passes everything.
 class TZKOglLight : public Tlight {
     Q_OBJECT
-    Q_PROPERTY(zk::TZkOglCanvas* ZkOglCanvas READ GetZKOglCanvas WRITE SetZkOglCanvas)
+    Q_PROPERTY(zk::ComponentRef ZkOglCanvas READ readCanvas WRITE writeCanvas)
     Q_PROPERTY(double Attenuation READ GEtattenuation WRITE setattenuation)
     Q_PROPERTY(QColor Ambient READ ambientColor WRITE setAmbientColor)
     Q_PROPERTY(QColor Diffuse READ diffuseColor WRITE setDiffuseColor)
@@ -24,8 +25,8 @@ class TZKOglLight : public Tlight {
     Q_PROPERTY(bool Enabled READ GetEnabled WRITE SetEnabled)
     Q_PROPERTY(double SpotCutOff READ getSpotCutOff WRITE SetSpotCutOff)
     Q_PROPERTY(double SpotExponent READ getSpotExponent WRITE SetSpotExponent)
-    Q_PROPERTY(QString LightPosition READ GetLightPosition WRITE SetLightPosition)
-    Q_PROPERTY(QString LightDirection READ GetLightDirection WRITE SetLightDirection)
+    Q_PROPERTY(QString LightPosition READ GetLightPosition WRITE writePosition)
+    Q_PROPERTY(QString LightDirection READ GetLightDirection WRITE writeDirection)
 
   public:
     explicit TZKOglLight(QObject* owner = nullptr);
@@ -89,6 +90,11 @@ class TZKOglLight : public Tlight {
     void setSpecularColor(const QColor& color) { SetSpecular(FromQColor(color)); }
 
   private:
+    ComponentRef readCanvas() const;
+    void writeCanvas(const ComponentRef& ref);
+    void writePosition(const QString& text);
+    void writeDirection(const QString& text);
+
     bool shines() { return enabled_ && CheckCurrent(); }
     void leaveCanvas();
     void pass(unsigned parameter, double value);

@@ -2,6 +2,7 @@
 #include <zk/_zkmath/plane.h>
 #include <zk/_zkoglcanvas/refscene.h>
 #include <zk/_zkxyz/errors.h>
+#include <zk/host/formreading.h>
 
 #include <QScopeGuard>
 
@@ -58,6 +59,9 @@ class Borrowed {
 
 }  // namespace
 
+static const ReferenceProperty<TZKOglRefScene, TZKOglScene> referenceProperty("ReferenceScene");
+static const ReferenceTarget<TZKOglRefScene> refSceneTarget;
+
 TZKOglRefScene::TZKOglRefScene(QObject* owner) : TZKOglScene(owner) {}
 
 TZKOglRefScene::~TZKOglRefScene() {
@@ -109,6 +113,17 @@ void TZKOglRefScene::Play() {
     TZKOglScene::Play();
     if (self && reference_)
         reference_->Play();
+}
+
+// --- the properties of forms -----------------------------------------------------------------------------------------
+
+ComponentRef TZKOglRefScene::readReference() const {
+    return ComponentRef(GetReference());
+}
+
+void TZKOglRefScene::writeReference(const ComponentRef& ref) {
+    WriteReference(*this, "ReferenceScene", ref,
+                   [this](QObject* object) { SetReference(static_cast<TZKOglScene*>(object)); });
 }
 
 }  // namespace zk

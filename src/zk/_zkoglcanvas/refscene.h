@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkoglcanvas/scene.h>
+#include <zk/host/componentref.h>
 
 namespace zk {
 
@@ -23,7 +24,7 @@ namespace zk {
 /// to each other in a circle, each is drawn once.
 class TZKOglRefScene : public TZKOglScene {
     Q_OBJECT
-    Q_PROPERTY(zk::TZKOglScene* ReferenceScene READ GetReference WRITE SetReference)
+    Q_PROPERTY(zk::ComponentRef ReferenceScene READ readReference WRITE writeReference)
 
   public:
     explicit TZKOglRefScene(QObject* owner = nullptr);
@@ -41,6 +42,9 @@ class TZKOglRefScene : public TZKOglScene {
     void Notification(QObject* component, TOperation operation) override;
 
   private:
+    ComponentRef readReference() const;
+    void writeReference(const ComponentRef& ref);
+
     TZKOglScene* reference_ = nullptr;
     bool playing_ = false;
 };

@@ -1,3 +1,4 @@
+#include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath.h>
@@ -7,6 +8,7 @@
 #include <zk/_zkoglcanvas/rendercontext.h>
 #include <zk/_zkoglcanvas/scene.h>
 #include <zk/_zkoglcanvas/sceneplan.h>
+#include <zk/host/formreading.h>
 #include <zk/host/message.h>
 #include <zk/host/workarounds.h>
 
@@ -15,6 +17,9 @@
 #include <numbers>
 
 namespace zk {
+
+static const ReferenceProperty<TZKOglScene, TZkOglCanvas> canvasProperty("ZkOglCanvas");
+static const ReferenceTarget<TZKOglScene> sceneTarget;
 
 TZKOglScene::TZKOglScene(QObject* owner) : TDisplayList(owner), attributes_(std::make_unique<Tattributes>()) {
     attributes_->HookChanges(this, [this](QObject* sender) { Changed(sender); });
@@ -80,6 +85,12 @@ void TZKOglScene::Notification(QObject* component, TOperation operation) {
         if (canvas_)
             canvas_->Refresh();
     }
+}
+
+void TZKOglScene::Loaded() {
+    TDisplayList::Loaded();
+    if (canvas_ && !compiled_)
+        canvas_->Refresh();
 }
 
 void TZKOglScene::Invalidate() {
@@ -267,6 +278,29 @@ void TZKOglScene::SetDrehgeradeRichtung(const QString& text) {
 
 QString TZKOglScene::GetDrehgeradeRichtung() const {
     return xyztoStr(drehGerade_.Direction);
+}
+
+// --- the properties of forms -----------------------------------------------------------------------------------------
+
+ComponentRef TZKOglScene::readCanvas() const {
+    return ComponentRef(GetZkOglCanvas());
+}
+
+void TZKOglScene::writeCanvas(const ComponentRef& ref) {
+    WriteReference(*this, "ZkOglCanvas", ref,
+                   [this](QObject* object) { SetZkOglCanvas(static_cast<TZkOglCanvas*>(object)); });
+}
+
+void TZKOglScene::writeTranslation(const QString& text) {
+    WritePointText(*this, "TransformBy", text, [this](const QString& point) { Set_translation(point); });
+}
+
+void TZKOglScene::writeRotationPoint(const QString& text) {
+    WritePointText(*this, "RotationPoint", text, [this](const QString& point) { SetDrehgeradePkt(point); });
+}
+
+void TZKOglScene::writeRotationLine(const QString& text) {
+    WritePointText(*this, "RotationLine", text, [this](const QString& point) { SetDrehgeradeRichtung(point); });
 }
 
 }  // namespace zk

@@ -4,6 +4,7 @@
 #include <zk/_zkcomtypes/displaylist.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/keptshape.h>
+#include <zk/host/componentref.h>
 
 #include <cstddef>
 #include <memory>
@@ -27,12 +28,12 @@ namespace zk {
 /// selection mode. `OnPlay` handlers are therefore called for picks, too (`TZkOglCanvas::IsSelecting`).
 class TZKOglScene : public TDisplayList {
     Q_OBJECT
-    Q_PROPERTY(zk::TZkOglCanvas* ZkOglCanvas READ GetZkOglCanvas WRITE SetZkOglCanvas)
+    Q_PROPERTY(zk::ComponentRef ZkOglCanvas READ readCanvas WRITE writeCanvas)
     Q_PROPERTY(bool Visible READ GetVisible WRITE SetVisible)
-    Q_PROPERTY(QString TransformBy READ Get_translation WRITE Set_translation)
+    Q_PROPERTY(QString TransformBy READ Get_translation WRITE writeTranslation)
     Q_PROPERTY(double RotateBy READ Getdrehwinkel WRITE Setdrehwinkel)
-    Q_PROPERTY(QString RotationPoint READ GetDrehgeradePkt WRITE SetDrehgeradePkt)
-    Q_PROPERTY(QString RotationLine READ GetDrehgeradeRichtung WRITE SetDrehgeradeRichtung)
+    Q_PROPERTY(QString RotationPoint READ GetDrehgeradePkt WRITE writeRotationPoint)
+    Q_PROPERTY(QString RotationLine READ GetDrehgeradeRichtung WRITE writeRotationLine)
     Q_PROPERTY(zk::Tattributes* Attributes READ getAttributes WRITE setAttributes)
 
   public:
@@ -54,6 +55,8 @@ class TZKOglScene : public TDisplayList {
     /// Repaints and compiles every scene of the canvas again.
     void DoUpdateNow();
     void Notification(QObject* component, TOperation operation) override;
+    /// Repaints if the scene is not compiled.
+    void Loaded() override;
 
     /// True when the list holds what the scene shows.
     bool IsCompiled() const { return compiled_; }
@@ -96,6 +99,12 @@ class TZKOglScene : public TDisplayList {
     struct Planned;
     struct Group;
     struct PickVolume;
+
+    ComponentRef readCanvas() const;
+    void writeCanvas(const ComponentRef& ref);
+    void writeTranslation(const QString& text);
+    void writeRotationPoint(const QString& text);
+    void writeRotationLine(const QString& text);
 
     void compileAndPlay();
     void deleteLists(TZkOglCanvas* canvas);

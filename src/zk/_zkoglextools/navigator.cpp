@@ -3,6 +3,7 @@
 #include <zk/_zkoglextools/navigator.h>
 #include <zk/_zkxyz/constants.h>
 #include <zk/host/drawingcanvas.h>
+#include <zk/host/formreading.h>
 #include <zk/host/message.h>
 
 #include <QContextMenuEvent>
@@ -34,6 +35,9 @@ void addOutline(TlistOFxyzArray& list, std::initializer_list<TXYZ> points) {
 
 }  // namespace
 
+static const ReferenceProperty<TZKOglNav, TZkOglCanvas> canvasProperty("ZkOglCanvas");
+static const ReferenceTarget<TZKOglNav> navigatorTarget;
+
 TZKOglNav::TZKOglNav(QWidget* parent) : QWidget(parent), ComponentBase(this), menu_(new QMenu(this)) {
     menu_->addAction(QStringLiteral("Grundriss"), this, &TZKOglNav::ClickGrundriss);
     menu_->addAction(QStringLiteral("Aufriss"), this, &TZKOglNav::ClickAufriss);
@@ -56,6 +60,7 @@ TZKOglNav::~TZKOglNav() {
 // --- the device and its cube ----------------------------------------------------------------------------------------
 
 bool TZKOglNav::event(QEvent* event) {
+    TakeDynamicProperty(event);
     if (event->type() == QEvent::ParentChange && parentWidget())
         makeDevice();
     return QWidget::event(event);
@@ -295,6 +300,17 @@ void TZKOglNav::keyPressEvent(QKeyEvent* event) {
 
 void TZKOglNav::contextMenuEvent(QContextMenuEvent* event) {
     menu_->popup(event->globalPos());
+}
+
+// --- the properties of forms -----------------------------------------------------------------------------------------
+
+ComponentRef TZKOglNav::readCanvas() const {
+    return ComponentRef(GetZkOglCanvas());
+}
+
+void TZKOglNav::writeCanvas(const ComponentRef& ref) {
+    WriteReference(*this, "ZkOglCanvas", ref,
+                   [this](QObject* object) { SetZkOglCanvas(static_cast<TZkOglCanvas*>(object)); });
 }
 
 }  // namespace zk

@@ -3,6 +3,7 @@
 #include <zk/_zkdevice/canvas3d.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/host/component.h>
+#include <zk/host/componentref.h>
 #include <zk/host/shiftstate.h>
 
 #include <QPoint>
@@ -37,7 +38,7 @@ namespace zk {
 class TZKOglNav : public QWidget, public ComponentBase {
     Q_OBJECT
     Q_PROPERTY(QString Caption READ GetCaption WRITE SetCaption)
-    Q_PROPERTY(zk::TZkOglCanvas* ZkOglCanvas READ GetZkOglCanvas WRITE SetZkOglCanvas)
+    Q_PROPERTY(zk::ComponentRef ZkOglCanvas READ readCanvas WRITE writeCanvas)
   public:
     /// The parent is the owner, as with every widget.
     explicit TZKOglNav(QWidget* parent = nullptr);
@@ -97,6 +98,9 @@ class TZKOglNav : public QWidget, public ComponentBase {
     void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
+    ComponentRef readCanvas() const;
+    void writeCanvas(const ComponentRef& ref);
+
     void makeDevice();
     void buildEdges();
     void sizeDevice();

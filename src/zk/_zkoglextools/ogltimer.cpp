@@ -1,4 +1,5 @@
 #include <zk/_zkoglextools/ogltimer.h>
+#include <zk/host/formreading.h>
 #include <zk/host/message.h>
 
 #include <algorithm>
@@ -14,6 +15,8 @@ std::int32_t add(std::int32_t count, qint64 ticks) {
 }
 
 }  // namespace
+
+static const ReferenceProperty<TZkOglTimer, TZkOglSequencer> sequencerProperty("Sequencer");
 
 TZkOglTimer::TZkOglTimer(QObject* owner) : TComponent(owner) {}
 
@@ -115,6 +118,17 @@ void TZkOglTimer::skip(qint64 ticks) {
         tickCount_ = add(tickCount_, leap);
         ticks -= leap;
     }
+}
+
+// --- the properties of forms -----------------------------------------------------------------------------------------
+
+ComponentRef TZkOglTimer::readSequencer() const {
+    return ComponentRef(GetSequencer());
+}
+
+void TZkOglTimer::writeSequencer(const ComponentRef& ref) {
+    WriteReference(*this, "Sequencer", ref,
+                   [this](QObject* object) { SetSequencer(static_cast<TZkOglSequencer*>(object)); });
 }
 
 }  // namespace zk

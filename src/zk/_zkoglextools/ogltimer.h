@@ -2,6 +2,7 @@
 
 #include <zk/_zkoglextools/sequencer.h>
 #include <zk/host/component.h>
+#include <zk/host/componentref.h>
 
 #include <QPointer>
 
@@ -18,7 +19,7 @@ namespace zk {
 /// - a timer that is off counts on, so that switching it on does not change its phase.
 class TZkOglTimer : public TComponent {
     Q_OBJECT
-    Q_PROPERTY(zk::TZkOglSequencer* Sequencer READ GetSequencer WRITE SetSequencer)
+    Q_PROPERTY(zk::ComponentRef Sequencer READ readSequencer WRITE writeSequencer)
     Q_PROPERTY(int Displacement READ GetDisplacement WRITE SetDisplacement)
     Q_PROPERTY(int Intervals READ GetIntervals WRITE SetIntervals)
     Q_PROPERTY(bool Enabled READ GetEnabled WRITE SetEnabled)
@@ -51,6 +52,9 @@ class TZkOglTimer : public TComponent {
     void Ontimer(QObject* sender);
 
   private:
+    ComponentRef readSequencer() const;
+    void writeSequencer(const ComponentRef& ref);
+
     friend class TZkOglSequencer;
 
     bool raise();

@@ -1,7 +1,10 @@
+#include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkoglextools/way.h>
 #include <zk/_zkxyz/constants.h>
+#include <zk/_zkxyz/errors.h>
+#include <zk/host/formreading.h>
 #include <zk/host/message.h>
 
 #include <cmath>
@@ -116,6 +119,35 @@ void TZKOglWay::advance() {
     position_ += step_;
     if (Equals(position_, count) || position_ > count)
         position_ = 0;
+}
+
+void TZKOglWay::Loaded() {
+    TZkShape::Loaded();
+    try {
+        computeStep();
+    } catch (const EConvertError&) {
+        // A first or last point that is none: told with the form, and again when the way gets there.
+    }
+    if (!points_.isEmpty())
+        timer_.SetEnabled(active_);
+}
+
+// --- the properties of forms ----------------------------------------------------------------------------------------
+
+void TZKOglWay::writePoints(const QStringList& points) {
+    SetData(PointTextsOfForm(*this, points));
+    if (!FormReading::IsReading(*this))
+        return;
+    for (const QString& point : std::as_const(points_))
+        WriteText(*this, "Points", point, [&point] { Strtoxyz(point); });
+}
+
+void TZKOglWay::writeCenter(const QString& center) {
+    WritePointText(*this, "Center", center, [this](const QString& point) {
+        if (FormReading::IsReading(*this))
+            Strtoxyz(point);  // so that it is told, where the setter would ignore it
+        SetCenter(point);
+    });
 }
 
 }  // namespace zk

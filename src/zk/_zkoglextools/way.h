@@ -30,10 +30,10 @@ namespace zk {
 class TZKOglWay : public TZkShape {
     Q_OBJECT
     Q_PROPERTY(int TimerDelay READ GetTimerDelay WRITE SetTimerDelay)
-    Q_PROPERTY(QStringList Points READ GetData WRITE SetData)
+    Q_PROPERTY(QStringList Points READ GetData WRITE writePoints)
     Q_PROPERTY(bool Active READ GetActive WRITE SetActive)
     Q_PROPERTY(int HowLong READ GetHowLong WRITE SetHowLong)
-    Q_PROPERTY(QString Center READ GetCenter WRITE SetCenter)
+    Q_PROPERTY(QString Center READ GetCenter WRITE writeCenter)
   public:
     /// Stopped, without points, 5000 milliseconds long with a tick every 500, about the zero point.
     explicit TZKOglWay(QObject* owner = nullptr);
@@ -90,10 +90,16 @@ class TZKOglWay : public TZkShape {
     /// of two as near the upper one. No value when there is none.
     static std::optional<std::int64_t> NearestDivisor(std::int64_t number, std::int64_t wanted);
 
+    /// A form holds only what differs from a new component's values, and in any order: the step is computed, and the
+    /// clock of a way that is active started, when all are there.
+    void Loaded() override;
+
   Q_SIGNALS:
     void OnTimer(QObject* sender);
 
   private:
+    void writePoints(const QStringList& points);
+    void writeCenter(const QString& center);
     void computeStep();
     void advance();
 

@@ -1,12 +1,15 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkogltools/box.h>
 #include <zk/_zkxyz/array.h>
+#include <zk/host/componentref.h>
 
 #include <algorithm>
 #include <array>
 #include <typeinfo>
 
 namespace zk {
+
+static const ReferenceTarget<TZKOglBox> boxTarget;
 
 TZKOglBox::TZKOglBox(QObject* owner) : TCustomShape(owner) {}
 

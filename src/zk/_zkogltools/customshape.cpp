@@ -1,3 +1,4 @@
+#include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath.h>
@@ -7,6 +8,7 @@
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/scene.h>
 #include <zk/_zkogltools/customshape.h>
+#include <zk/host/formreading.h>
 
 #include <QMetaMethod>
 #include <QScopeGuard>
@@ -77,6 +79,9 @@ struct Placement {
 
 }  // namespace
 
+static const ReferenceProperty<TCustomShape, TDisplayList> sceneProperty("Scene");
+static const ReferenceTarget<TCustomShape> shapeTarget;
+
 TCustomShape::TCustomShape(QObject* owner) : TZkShape(owner), attributes_(std::make_unique<Tattributes>()) {
     attributes_->HookChanges(this, [this](QObject* sender) { Changed(sender); });
     SetVisible(true);
@@ -128,6 +133,13 @@ void TCustomShape::SetChanging(bool changing) {
         changing_ = false;
         Invalidate();
     }
+}
+
+void TCustomShape::Loaded() {
+    TZkShape::Loaded();
+    const auto* scene = qobject_cast<TZKOglScene*>(GetDisplayList());
+    if (scene && scene->GetVisible() && !scene->IsCompiled())
+        mark();
 }
 
 void TCustomShape::SetDisplayList(TDisplayList* scene) {
@@ -361,6 +373,29 @@ void TCustomShape::MouseMove(TShiftState shift, int x, int y) {
 
 void TCustomShape::MouseUp(Qt::MouseButton button, TShiftState shift, int x, int y) {
     Q_EMIT OnMouseUp(this, button, shift, x, y);
+}
+
+// --- the properties of forms -----------------------------------------------------------------------------------------
+
+ComponentRef TCustomShape::readScene() const {
+    return ComponentRef(GetDisplayList());
+}
+
+void TCustomShape::writeScene(const ComponentRef& ref) {
+    WriteReference(*this, "Scene", ref,
+                   [this](QObject* object) { SetDisplayList(static_cast<TDisplayList*>(object)); });
+}
+
+void TCustomShape::writeTranslation(const QString& text) {
+    WritePointText(*this, "TransformBy", text, [this](const QString& point) { Set_translation(point); });
+}
+
+void TCustomShape::writeRotationPoint(const QString& text) {
+    WritePointText(*this, "RotationPoint", text, [this](const QString& point) { SetDrehgeradePkt(point); });
+}
+
+void TCustomShape::writeRotationLine(const QString& text) {
+    WritePointText(*this, "RotationLine", text, [this](const QString& point) { SetDrehgeradeRichtung(point); });
 }
 
 }  // namespace zk

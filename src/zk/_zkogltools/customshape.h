@@ -4,6 +4,7 @@
 #include <zk/_zkcomtypes/shape.h>
 #include <zk/_zkoglcanvas/hit.h>
 #include <zk/_zkoglcanvas/keptshape.h>
+#include <zk/host/componentref.h>
 
 #include <memory>
 
@@ -30,11 +31,11 @@ class TZkOglCanvas;
 class TCustomShape : public TZkShape, public HitTarget, public KeptShape {
     Q_OBJECT
     Q_PROPERTY(zk::Tattributes* Attributes READ getAttributes WRITE setAttributes)
-    Q_PROPERTY(zk::TDisplayList* Scene READ GetDisplayList WRITE SetDisplayList)
-    Q_PROPERTY(QString TransformBy READ Get_translation WRITE Set_translation)
+    Q_PROPERTY(zk::ComponentRef Scene READ readScene WRITE writeScene)
+    Q_PROPERTY(QString TransformBy READ Get_translation WRITE writeTranslation)
     Q_PROPERTY(double RotateBy READ Getdrehwinkel WRITE Setdrehwinkel)
-    Q_PROPERTY(QString RotationPoint READ GetDrehgeradePkt WRITE SetDrehgeradePkt)
-    Q_PROPERTY(QString RotationLine READ GetDrehgeradeRichtung WRITE SetDrehgeradeRichtung)
+    Q_PROPERTY(QString RotationPoint READ GetDrehgeradePkt WRITE writeRotationPoint)
+    Q_PROPERTY(QString RotationLine READ GetDrehgeradeRichtung WRITE writeRotationLine)
     Q_PROPERTY(double Scale READ GetScale WRITE SetScale)
     Q_PROPERTY(bool Visible READ GetVisible WRITE SetVisible)
     Q_PROPERTY(bool ParentAttributes READ GetParentAttributes WRITE SetParentAttributes)
@@ -93,6 +94,10 @@ class TCustomShape : public TZkShape, public HitTarget, public KeptShape {
     /// True: a pick does not see the shape, and sees what lies behind it.
     void SetNohit(bool nohit) { nohit_ = nohit; }
 
+    /// Repaints if the scene waits for its compilation, so that shapes that are loaded into a scene that is already
+    /// there show, all of them with one repaint.
+    void Loaded() override;
+
     /// Draws the shape into the current context; the scene calls it. Without a canvas nothing is drawn.
     void Play() override;
 
@@ -128,6 +133,12 @@ class TCustomShape : public TZkShape, public HitTarget, public KeptShape {
     static void PlayCopy(TCustomShape& shape, bool visible);
 
   private:
+    ComponentRef readScene() const;
+    void writeScene(const ComponentRef& ref);
+    void writeTranslation(const QString& text);
+    void writeRotationPoint(const QString& text);
+    void writeRotationLine(const QString& text);
+
     void mark();
     void showCopy(bool visible);
 

@@ -1,9 +1,12 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkogltools/cylinder.h>
+#include <zk/host/componentref.h>
 
 #include <typeinfo>
 
 namespace zk {
+
+static const ReferenceTarget<TZKOglCylinder> cylinderTarget;
 
 TZKOglCylinder::TZKOglCylinder(QObject* owner) : TCustomShape(owner) {}
 

@@ -1,6 +1,9 @@
 #include <zk/_zkogltools/oglshape.h>
+#include <zk/host/componentref.h>
 
 namespace zk {
+
+static const ReferenceTarget<TZKOglShape> shapeTarget;
 
 TZKOglShape::TZKOglShape(QObject* owner) : TCustomShape(owner) {}
 

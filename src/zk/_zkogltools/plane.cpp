@@ -1,11 +1,15 @@
+#include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkogltools/plane.h>
 #include <zk/_zkxyz/array.h>
+#include <zk/host/componentref.h>
 
 #include <typeinfo>
 
 namespace zk {
+
+static const ReferenceTarget<TZKOglPlane> planeTarget;
 
 TZKOglPlane::TZKOglPlane(QObject* owner) : TCustomShape(owner) {}
 
@@ -18,6 +22,10 @@ void TZKOglPlane::SetData(const QStringList& lines) {
     DropDrawing();
     if (TDisplayList* scene = GetDisplayList())
         scene->Invalidate();
+}
+
+void TZKOglPlane::writeData(const QStringList& lines) {
+    SetData(PointTextsOfForm(*this, lines));
 }
 
 bool TZKOglPlane::DrawsOnlyItself() const {

@@ -20,7 +20,7 @@ namespace zk {
 /// are seen clockwise. A polygon without area is not drawn.
 class TZKOglPlane : public TCustomShape {
     Q_OBJECT
-    Q_PROPERTY(QStringList Data READ GetData WRITE SetData)
+    Q_PROPERTY(QStringList Data READ GetData WRITE writeData)
 
   public:
     explicit TZKOglPlane(QObject* owner = nullptr);
@@ -37,6 +37,8 @@ class TZKOglPlane : public TCustomShape {
     bool DrawsOnlyItself() const override;
 
   private:
+    void writeData(const QStringList& lines);
+
     QStringList data_;
 };
 

@@ -1,10 +1,14 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkogltools/refshape.h>
 #include <zk/_zkxyz/errors.h>
+#include <zk/host/formreading.h>
 
 #include <QScopeGuard>
 
 namespace zk {
+
+static const ReferenceProperty<TZKOglRefShape, TCustomShape> referenceProperty("ReferenceShape");
+static const ReferenceTarget<TZKOglRefShape> refShapeTarget;
 
 TZKOglRefShape::TZKOglRefShape(QObject* owner) : TCustomShape(owner) {}
 
@@ -49,6 +53,17 @@ void TZKOglRefShape::Doplay() {
             self->playing_ = false;
     });
     PlayCopy(*reference_, GetVisible());
+}
+
+// --- the properties of forms -----------------------------------------------------------------------------------------
+
+ComponentRef TZKOglRefShape::readReference() const {
+    return ComponentRef(GetReference());
+}
+
+void TZKOglRefShape::writeReference(const ComponentRef& ref) {
+    WriteReference(*this, "ReferenceShape", ref,
+                   [this](QObject* object) { SetReference(static_cast<TCustomShape*>(object)); });
 }
 
 }  // namespace zk

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkogltools/customshape.h>
+#include <zk/host/componentref.h>
 
 #include <QPointer>
 
@@ -16,7 +17,7 @@ namespace zk {
 /// itself.
 class TZKOglRefShape : public TCustomShape {
     Q_OBJECT
-    Q_PROPERTY(zk::TCustomShape* ReferenceShape READ GetReference WRITE SetReference)
+    Q_PROPERTY(zk::ComponentRef ReferenceShape READ readReference WRITE writeReference)
 
   public:
     explicit TZKOglRefShape(QObject* owner = nullptr);
@@ -33,6 +34,9 @@ class TZKOglRefShape : public TCustomShape {
     void Notification(QObject* component, TOperation operation) override;
 
   private:
+    ComponentRef readReference() const;
+    void writeReference(const ComponentRef& ref);
+
     TCustomShape* reference_ = nullptr;
     bool playing_ = false;
 };

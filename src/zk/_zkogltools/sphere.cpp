@@ -1,11 +1,14 @@
 #include <zk/_zkmath/tolerance.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkogltools/sphere.h>
+#include <zk/host/componentref.h>
 
 #include <algorithm>
 #include <typeinfo>
 
 namespace zk {
+
+static const ReferenceTarget<TZKOglSphere> sphereTarget;
 
 TZKOglSphere::TZKOglSphere(QObject* owner) : TCustomShape(owner) {}
 

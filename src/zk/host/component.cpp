@@ -1,5 +1,8 @@
 #include <zk/host/component.h>
+#include <zk/host/formreading.h>
+#include <zk/host/propertypath.h>
 
+#include <QDynamicPropertyChangeEvent>
 #include <QHash>
 
 #include <algorithm>
@@ -28,6 +31,8 @@ std::uint64_t gone = 0;
 
 ComponentBase::ComponentBase(QObject* self) : self_(self), serial_(nextSerial()) {
     registry().insert(self, this);
+    if (FormReading* reading = FormReading::Current())
+        QObject::connect(self, &QObject::objectNameChanged, reading, [reading, self] { reading->named(self); });
 }
 
 ComponentBase::~ComponentBase() {
@@ -149,10 +154,56 @@ void ComponentBase::AnnounceRemoval() {
     }
 }
 
+void ComponentBase::TakeDynamicProperty(QEvent* event) {
+    if (event->type() != QEvent::DynamicPropertyChange)
+        return;
+    const QByteArray name = static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName();
+    const bool ofOwned = name.contains('.');
+    // Names that begin with an underscore are Qt's own.
+    const bool unknown = !ofOwned && !name.startsWith('_') && FormReading::IsReading(*this) &&
+                         FormReading::Current()->lastBegun_ == self_;
+    const QVariant value = ofOwned || unknown ? self_->property(name) : QVariant();
+    if (!value.isValid())
+        return;
+    const QString path = QString::fromUtf8(name);
+    const QString text = ValueText(value);
+    const auto fault = [&](FormFault::Kind kind, const QString& reason) {
+        FormReading::Need().AddFault(FormReading::Fault(kind, *self_, path, text, reason));
+    };
+    if (unknown) {
+        fault(FormFault::Kind::UnknownProperty, QStringLiteral("there is no such property"));
+        return;
+    }
+    const QPointer<QObject> self = self_;
+    QString whyNot;
+    switch (WriteProperty(*self_, path, value, &whyNot)) {
+        case PropertyWritten::Yes:
+            break;
+        case PropertyWritten::NoSuchProperty:
+            fault(FormFault::Kind::UnknownProperty, whyNot);
+            break;
+        case PropertyWritten::BadValue:
+            fault(FormFault::Kind::MalformedValue, whyNot);
+            break;
+    }
+    if (self)
+        self->setProperty(name, QVariant());
+}
+
 TComponent::TComponent(QObject* owner) : QObject(owner), ComponentBase(this) {}
 
 TComponent::~TComponent() {
     AnnounceRemoval();
+}
+
+void TComponent::setGeometry(const QRect& place) {
+    geometry_ = place;
+    FormReading::Need().Begin(*this);
+}
+
+bool TComponent::event(QEvent* event) {
+    TakeDynamicProperty(event);
+    return QObject::event(event);
 }
 
 }  // namespace zk

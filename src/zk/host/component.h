@@ -2,7 +2,10 @@
 
 #include <QFlags>
 #include <QObject>
+#include <QRect>
 #include <QString>
+
+class QEvent;
 
 #include <cstdint>
 #include <vector>
@@ -59,8 +62,12 @@ class ComponentBase {
     /// The component's values have been read from a form. The base clears `csLoading`.
     virtual void Loaded();
 
-    /// A form loader calls this before it sets the values of a form, and `Loaded` when all components have theirs.
+    /// A form loader calls this before it sets the values of a form, and `Loaded` when all components have theirs. See
+    /// `FormReading`, which does both.
     void BeginLoading() { state_ |= csLoading; }
+
+    /// True for components that show others: their `Loaded` comes after that of all others of the form.
+    virtual bool IsLoadedLast() const { return false; }
 
     /// Marks the component as standing in a form designer.
     void SetDesigning(bool on) { state_.setFlag(csDesigning, on); }
@@ -79,9 +86,17 @@ class ComponentBase {
     /// the object still is of that class; the call from this class's own destructor is for those that do not.
     void AnnounceRemoval();
 
+    /// For `event` of a component: what forms write to the properties of owned objects ("Attributes.Material.Ambient")
+    /// arrives as a dynamic property of that name. It is written where it belongs, and the dynamic property goes. A
+    /// value that is none is a fault of the form (`FormReading`), whether or not one is being read, and so is, while
+    /// one is read, the name of a property that the component does not have.
+    void TakeDynamicProperty(QEvent* event);
+
     TComponentState state_;
 
   private:
+    friend class FormReading;
+
     struct Watched {
         QObject* object;
         QMetaObject::Connection connection;  ///< for an object that is no component
@@ -96,6 +111,7 @@ class ComponentBase {
     std::vector<ComponentBase*> watchers_;  ///< who asked to be told of this one
     std::vector<Watched> watched_;          ///< whom this one asked to be told of
     std::uint64_t mark_ = 0;                ///< the last removal that this one is to be told of
+    bool loaded_ = false;                   ///< a form reading has called `Loaded`
 };
 
 /// A component that is no widget.
@@ -105,6 +121,18 @@ class TComponent : public QObject, public ComponentBase {
     /// `owner` deletes the component with itself; it may be null.
     explicit TComponent(QObject* owner = nullptr);
     ~TComponent() override;
+
+    /// Where the component's icon stands on a form that is being edited. A component shows nothing there; the place is
+    /// kept so that the form can be written again. As code made from a form sets it before any other value, it begins
+    /// the reading of the form: see `FormReading`.
+    void setGeometry(const QRect& place);
+    QRect geometry() const { return geometry_; }
+
+  protected:
+    bool event(QEvent* event) override;
+
+  private:
+    QRect geometry_;
 };
 
 }  // namespace zk
