@@ -1,9 +1,9 @@
 #include "entry.h"
 
-#include "classes.h"
 #include "session.h"
 #include "standin.h"
 
+#include <zk/forms/formclasses.h>
 #include <zk/host/component.h>
 
 #include <QIcon>
@@ -71,7 +71,7 @@ QString Entry::whatsThis() const {
 
 QString Entry::includeFile() const {
     const FormClass* const type = FindFormClass(name());
-    return type ? QStringLiteral("<%1>").arg(QLatin1String(type->header)) : QString();
+    return type ? QStringLiteral("<%1>").arg(QLatin1String(type->Header)) : QString();
 }
 
 QIcon Entry::icon() const {
@@ -82,9 +82,9 @@ QWidget* Entry::createWidget(QWidget* parent) {
     const FormClass* const type = FindFormClass(name());
     if (!type)
         return nullptr;
-    QObject* const component = type->create(type->isWidget ? parent : nullptr);
+    QObject* const component = type->Make(type->IsWidget ? parent : nullptr);
     ComponentBase::Of(component)->SetDesigning(true);
-    if (type->isWidget)
+    if (type->IsWidget)
         return static_cast<QWidget*>(component);
     return new StandIn(component, icon().pixmap(20, 20), parent);
 }
@@ -92,7 +92,7 @@ QWidget* Entry::createWidget(QWidget* parent) {
 QString Entry::domXml() const {
     const FormClass* const type = FindFormClass(name());
     QSize size = StandIn::IconSize();
-    if (type && type->isWidget)
+    if (type && type->IsWidget)
         size = text_.className == QLatin1String("TZKOglNav") ? QSize(80, 80) : QSize(150, 150);
     return QStringLiteral(
                R"(<ui language="c++"><widget class="%1" name="%2"><property name="geometry"><rect>)"

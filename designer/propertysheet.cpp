@@ -175,6 +175,12 @@ ComponentSheet::Kind ComponentSheet::KindOf(int index) const {
     return f ? f->kind : Kind::Foreign;
 }
 
+bool ComponentSheet::IsPicture(int index) const {
+    const Field* f = field(index);
+    return f && f->kind == Kind::Text && f->object && f->object->inherits("zk::TTexture") &&
+           f->property.name() == QByteArrayView("Picture");
+}
+
 // --- references -----------------------------------------------------------------------------------------------------
 
 bool ComponentSheet::fits(const Field& f, QWidget* target) const {

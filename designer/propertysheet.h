@@ -58,6 +58,9 @@ class ComponentSheet : public QObject,
     /// Null for an index outside.
     Kind KindOf(int index) const;
 
+    /// Whether a property is the name of a picture file.
+    bool IsPicture(int index) const;
+
     /// The names of what a reference may refer to, in the form's order. Not the component itself.
     QStringList Candidates(int index) const;
     /// What a reference refers to now, or null.

@@ -1,14 +1,17 @@
 #include "session.h"
 
-#include "classes.h"
 #include "formkeeper.h"
+#include "propertyhelp.h"
 #include "propertysheet.h"
+
+#include <zk/forms/formclasses.h>
 
 #include <QScopedValueRollback>
 #include <QWidget>
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
 #include <QtDesigner/QDesignerFormWindowManagerInterface>
+#include <QtDesigner/QDesignerTaskMenuExtension>
 #include <QtDesigner/QExtensionManager>
 
 namespace zk {
@@ -18,9 +21,11 @@ void DesignerSession::Start(QDesignerFormEditorInterface* core) {
         new DesignerSession(core);
 }
 
-DesignerSession::DesignerSession(QDesignerFormEditorInterface* core) : QObject(core), core_(core) {
+DesignerSession::DesignerSession(QDesignerFormEditorInterface* core)
+    : QObject(core), core_(core), help_(new PropertyHelp(core, this)) {
     core->extensionManager()->registerExtensions(this, Q_TYPEID(QDesignerPropertySheetExtension));
     core->extensionManager()->registerExtensions(this, Q_TYPEID(QDesignerDynamicPropertySheetExtension));
+    core->extensionManager()->registerExtensions(this, Q_TYPEID(QDesignerTaskMenuExtension));
     // The editor may still be being put together.
     QMetaObject::invokeMethod(this, &DesignerSession::watchForms, Qt::QueuedConnection);
     if (core->formWindowManager())
@@ -44,6 +49,8 @@ QObject* DesignerSession::extension(QObject* object, const QString& iid) const {
         return nullptr;
     if (iid == Q_TYPEID(QDesignerPropertySheetExtension) || iid == Q_TYPEID(QDesignerDynamicPropertySheetExtension))
         return sheet(widget);
+    if (iid == Q_TYPEID(QDesignerTaskMenuExtension))
+        return menu(widget);
     return nullptr;
 }
 
@@ -64,7 +71,17 @@ QObject* DesignerSession::sheet(QWidget* widget) const {
     return made;
 }
 
+QObject* DesignerSession::menu(QWidget* widget) const {
+    if (!sheet(widget))
+        return nullptr;
+    QObject*& known = menus_[widget];
+    if (!known)
+        known = MakeTaskMenu(help_, widget, const_cast<DesignerSession*>(this));
+    return known;
+}
+
 void DesignerSession::forget(QObject* object) {
+    delete menus_.take(object);
     delete sheets_.take(object);
 }
 
@@ -72,7 +89,7 @@ void DesignerSession::forget(QObject* object) {
 const QObject* DesignerSession::pristine(const QString& className) const {
     std::shared_ptr<QObject>& component = pristine_[className];
     if (!component)
-        component.reset(FindFormClass(className)->create(nullptr));
+        component.reset(FindFormClass(className)->Make(nullptr));
     return component.get();
 }
 

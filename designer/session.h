@@ -12,6 +12,7 @@ class QDesignerFormEditorInterface;
 namespace zk {
 
 class ComponentSheet;
+class PropertyHelp;
 
 /// What the plugin adds to one form editor: the property sheets and the menus of the components, and the keeper of each
 /// form.
@@ -30,11 +31,14 @@ class DesignerSession : public QObject, public QAbstractExtensionFactory {
     void watchForms();
     void forget(QObject* object);
     QObject* sheet(QWidget* widget) const;
+    QObject* menu(QWidget* widget) const;
     const QObject* pristine(const QString& className) const;
 
     QDesignerFormEditorInterface* core_;
     mutable bool askingForBase_ = false;
     mutable QHash<QObject*, ComponentSheet*> sheets_;
+    mutable QHash<QObject*, QObject*> menus_;
+    PropertyHelp* help_;
     mutable QHash<QString, std::shared_ptr<QObject>> pristine_;
 };
 

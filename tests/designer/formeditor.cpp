@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QMessageBox>
 #include <QTest>
+#include <QToolButton>
+#include <QTreeWidget>
 #include <QUndoStack>
 #include <QtDesigner/QDesignerComponents>
 #include <QtDesigner/QDesignerFormEditorInterface>
@@ -21,40 +23,74 @@
 #include <QtDesigner/QExtensionManager>
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace zk::test {
 
-FormEditor::FormEditor() : window_(new QWidget) {
-    QDesignerComponents::initializeResources();
-    core_.reset(QDesignerComponents::createFormEditor(nullptr));
-    core_->setTopLevel(window_.get());
-    core_->setWidgetBox(QDesignerComponents::createWidgetBox(core_.get(), window_.get()));
-    core_->setPropertyEditor(QDesignerComponents::createPropertyEditor(core_.get(), window_.get()));
-    core_->setObjectInspector(QDesignerComponents::createObjectInspector(core_.get(), window_.get()));
-    new QDesignerIntegration(core_.get(), core_.get());
-    QDesignerComponents::initializePlugins(core_.get());
-    QDesignerComponents::createTaskMenu(core_.get(), core_.get());
-    window_->resize(1200, 900);
-    core_->widgetBox()->setGeometry(0, 0, 290, 700);
-    core_->objectInspector()->setGeometry(0, 700, 290, 200);
-    core_->propertyEditor()->setGeometry(900, 0, 300, 900);
-    window_->show();
-    Settle();
+namespace {
+
+// The editor, from the first test that asks for it to the end of the program.
+class Program : public testing::Environment {
+  public:
+    void Start() {
+        if (core)
+            return;
+        QDesignerComponents::initializeResources();
+        window = std::make_unique<QWidget>();
+        window->resize(1200, 900);
+        core.reset(QDesignerComponents::createFormEditor(nullptr));
+        core->setTopLevel(window.get());
+        core->setWidgetBox(QDesignerComponents::createWidgetBox(core.get(), window.get()));
+        core->setPropertyEditor(QDesignerComponents::createPropertyEditor(core.get(), window.get()));
+        core->setObjectInspector(QDesignerComponents::createObjectInspector(core.get(), window.get()));
+        new QDesignerIntegration(core.get(), core.get());
+        QDesignerComponents::initializePlugins(core.get());
+        QDesignerComponents::createTaskMenu(core.get(), core.get());
+        core->widgetBox()->setGeometry(0, 0, 290, 700);
+        core->objectInspector()->setGeometry(0, 700, 290, 200);
+        core->propertyEditor()->setGeometry(900, 0, 300, 900);
+        window->show();
+        FormEditor::Settle();
+    }
+    void TearDown() override {
+        if (!core)
+            return;
+        // The editor's parts ask the editor to their end.
+        delete core->widgetBox();
+        delete core->propertyEditor();
+        delete core->objectInspector();
+        core.reset();
+        window.reset();
+        FormEditor::Settle();
+    }
+
+    std::unique_ptr<QWidget> window;
+    std::unique_ptr<QDesignerFormEditorInterface> core;
+};
+
+Program* const program = [] {
+    auto* const made = new Program;  // the test runner owns it
+    testing::AddGlobalTestEnvironment(made);
+    return made;
+}();
+
+}  // namespace
+
+FormEditor::FormEditor() {
+    program->Start();
+    window_ = program->window.get();
+    core_ = program->core.get();
 }
 
 FormEditor::~FormEditor() {
     Close();
-    // The editor's parts ask the editor to their end.
-    delete core_->widgetBox();
-    delete core_->propertyEditor();
-    delete core_->objectInspector();
-    core_.reset();
-    window_.reset();
+    QGuiApplication::clipboard()->clear();
     Settle();
 }
 
 bool FormEditor::Open(const QString& contents) {
     Close();
-    form_ = core_->formWindowManager()->createFormWindow(window_.get());
+    form_ = core_->formWindowManager()->createFormWindow(window_);
     QByteArray bytes = contents.toUtf8();
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
@@ -169,6 +205,28 @@ void FormEditor::Set(const QString& name, const QString& property, const QVarian
 void FormEditor::Reset(const QString& name, const QString& property) {
     form_->cursor()->resetWidgetProperty(Widget(name), property);
     Settle();
+}
+
+QToolButton* FormEditor::OpenEditor(const QString& property) {
+    QDesignerPropertyEditorInterface* const editor = core_->propertyEditor();
+    for (auto* tree : editor->findChildren<QTreeWidget*>()) {
+        const auto lines = tree->findItems(property, Qt::MatchExactly | Qt::MatchRecursive);
+        if (lines.isEmpty())
+            continue;
+        tree->scrollToItem(lines.first());
+        tree->setCurrentItem(lines.first());
+        Settle();
+        QTest::mouseClick(
+            tree->viewport(), Qt::LeftButton, {},
+            QPoint(tree->columnViewportPosition(1) + 20, tree->visualItemRect(lines.first()).center().y()));
+        Settle();
+        EXPECT_EQ(editor->currentPropertyName().toStdString(), property.toStdString());
+        for (auto* button : tree->viewport()->findChildren<QToolButton*>()) {
+            if (button->isVisible() && button->text() == QLatin1String("..."))
+                return button;
+        }
+    }
+    return nullptr;
 }
 
 void FormEditor::Settle() {

@@ -4,22 +4,27 @@
 #include <QVariant>
 #include <QWidget>
 
-#include <memory>
 #include <string>
 #include <vector>
 
 class QDesignerFormEditorInterface;
 class QDesignerFormWindowInterface;
 class QDesignerPropertySheetExtension;
+class QToolButton;
 class QUndoStack;
 
 namespace zk::test {
 
 /// Designer's form editor within the test program, with one form at a time.
+///
+/// There is one editor in a test program, as in Designer, whose parts do not stand a second one. A test's own object is
+/// a turn at it: the form is closed at its end.
 class FormEditor {
   public:
     FormEditor();
     ~FormEditor();
+    FormEditor(const FormEditor&) = delete;
+    FormEditor& operator=(const FormEditor&) = delete;
 
     /// Opens a form from the text of its file; false with a failure where Designer refuses it.
     bool Open(const QString& contents);
@@ -28,10 +33,10 @@ class FormEditor {
     void Close();
     QString Save() const;
 
-    QDesignerFormEditorInterface* Core() const { return core_.get(); }
+    QDesignerFormEditorInterface* Core() const { return core_; }
     QDesignerFormWindowInterface* Form() const { return form_; }
     QUndoStack* Undo() const;
-    QWidget* Window() const { return window_.get(); }
+    QWidget* Window() const { return window_; }
 
     /// Puts widgets onto the form as a paste does: `xml` is a `<widget>` element or several.
     void Paste(const QString& widgets);
@@ -52,6 +57,9 @@ class FormEditor {
     void Set(const QString& name, const QString& property, const QVariant& value);
     void Reset(const QString& name, const QString& property);
 
+    /// Opens the property editor's line for a property of what is selected, and gives its "..." button.
+    QToolButton* OpenEditor(const QString& property);
+
     /// Lets the event loop run until nothing is to be done.
     static void Settle();
     /// The texts of the message boxes on show, which are closed.
@@ -60,8 +68,8 @@ class FormEditor {
   private:
     void trigger(int action);
 
-    std::unique_ptr<QWidget> window_;
-    std::unique_ptr<QDesignerFormEditorInterface> core_;
+    QWidget* window_;
+    QDesignerFormEditorInterface* core_;
     QDesignerFormWindowInterface* form_ = nullptr;
 };
 
