@@ -3,6 +3,8 @@
 #include "propertysheet.h"
 #include "standin.h"
 
+#include <zk/_zkoglcanvas/canvas.h>
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QUndoStack>
@@ -69,9 +71,16 @@ void FormKeeper::Schedule() {
 void FormKeeper::Resolve() {
     scheduled_ = false;
     followPaste();
+    bool changed = false;
     for (ComponentSheet* sheet : ComponentSheet::All()) {
         if (sheet->Keeper() == this)
-            sheet->Resolve();
+            changed = sheet->Resolve() || changed;
+    }
+    if (!changed)
+        return;
+    for (QWidget* widget : Widgets()) {  // a scene that is taken from a canvas stays in the canvas's picture
+        if (auto* canvas = qobject_cast<TZkOglCanvas*>(StandIn::Running(widget)))
+            canvas->Refresh();
     }
 }
 

@@ -229,9 +229,9 @@ void ComponentSheet::tell(Field& f, const QString& value, const QString& what) {
     ShowMessage(QStringLiteral("%1.%2 = \"%3\": %4").arg(widget_->objectName(), f.name, value, what));
 }
 
-void ComponentSheet::bind(Field& f, QObject* target) {
+bool ComponentSheet::bind(Field& f, QObject* target) {
     if (f.bound == target || !f.object)
-        return;
+        return false;
     f.bound = nullptr;
     try {
         if (WriteReference(f.object, f.property, target))
@@ -239,28 +239,31 @@ void ComponentSheet::bind(Field& f, QObject* target) {
     } catch (const std::exception& error) {
         tell(f, QString::fromUtf8(f.text), QString::fromUtf8(error.what()).trimmed());
     }
+    return true;
 }
 
-void ComponentSheet::Resolve() {
+bool ComponentSheet::Resolve() {
     FormKeeper* keeper = Keeper();
     if (!keeper)
-        return;
+        return false;
     const bool here = keeper->Has(widget_);
+    bool changed = false;
     for (Field& f : fields_) {
         if (f.kind != Kind::Reference || !f.object)
             continue;
         find(f, *keeper);
-        if (!here || !f.target || !keeper->Has(f.target)) {
-            if (here && !f.target && !f.text.isEmpty())
-                tell(f, QString::fromUtf8(f.text), tr("there is no such component on the form"));
-            bind(f, nullptr);
-        } else if (!fits(f, f.target)) {
-            tell(f, QString::fromUtf8(f.text), tr("it cannot refer to this component"));
-            bind(f, nullptr);
-        } else {
-            bind(f, StandIn::Running(f.target));
+        QObject* target = nullptr;
+        if (here && f.target && keeper->Has(f.target)) {
+            if (fits(f, f.target))
+                target = StandIn::Running(f.target);
+            else
+                tell(f, QString::fromUtf8(f.text), tr("it cannot refer to this component"));
+        } else if (here && !f.target && !f.text.isEmpty()) {
+            tell(f, QString::fromUtf8(f.text), tr("there is no such component on the form"));
         }
+        changed = bind(f, target) || changed;
     }
+    return changed;
 }
 
 void ComponentSheet::Follow(const QHash<QString, QString>& newNames) {

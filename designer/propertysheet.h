@@ -65,8 +65,9 @@ class ComponentSheet : public QObject,
     QStringList Candidates(int index) const;
     /// What a reference refers to now, or null.
     QWidget* Target(int index) const;
-    /// Binds the component as its references say; to nothing where it has been deleted from the form.
-    void Resolve();
+    /// Binds the component as its references say; to nothing where it has been deleted from the form. True if that is
+    /// something else than before.
+    bool Resolve();
     /// Components were pasted together, and got other names than they had: references among them follow.
     void Follow(const QHash<QString, QString>& newNames);
 
@@ -125,7 +126,7 @@ class ComponentSheet : public QObject,
     void writeText(Field& field, const QByteArray& text);
     void setTrigger(Field& trigger, const QVariant& value);
     void find(Field& field, const FormKeeper& keeper) const;
-    void bind(Field& field, QObject* target);
+    bool bind(Field& field, QObject* target);
     void tell(Field& field, const QString& value, const QString& what);
     bool fits(const Field& field, QWidget* target) const;
 

@@ -1,0 +1,137 @@
+// The scene on the edited form, as the user sees it while editing.
+#include "formeditor.h"
+
+#include <QApplication>
+#include <QColor>
+#include <QLabel>
+#include <QScreen>
+#include <QTest>
+#include <QUndoStack>
+#include <QtDesigner/QDesignerFormWindowCursorInterface>
+#include <QtDesigner/QDesignerFormWindowInterface>
+#include <gtest/gtest.h>
+
+namespace zk::test {
+namespace {
+
+class LiveTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(editor.Open(KeptForm("scene.ui")));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(editor.Window()));
+        settle();
+    }
+    void TearDown() override { EXPECT_EQ(FormEditor::TakeMessages(), QStringList()); }
+
+    static void settle() {
+        FormEditor::Settle();
+        QTest::qWait(50);  // the window system shows what was painted
+    }
+    /// What the user sees of a widget of the form.
+    QImage seen(const QString& name) const {
+        const QWidget* const widget = editor.Widget(name);
+        const QRect place(widget->mapToGlobal(QPoint()), widget->size());
+        return widget->screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height()).toImage();
+    }
+    /// How much of the control is not background.
+    int drawn() const {
+        const QImage picture = seen("control");
+        int count = 0;
+        for (int y = 10; y < picture.height() - 10; ++y) {
+            for (int x = 10; x < picture.width() - 10; ++x)
+                count += picture.pixelColor(x, y) != QColor(40, 60, 90);
+        }
+        return count;
+    }
+
+    FormEditor editor;
+};
+
+TEST_F(LiveTest, TheSceneIsSeenWhileItIsEdited) {
+    const int first = drawn();
+    EXPECT_GT(first, 500);
+    EXPECT_LT(first, 20000);
+    editor.Set("box", "Length", 5.0);
+    settle();
+    const int longer = drawn();
+    EXPECT_GT(longer, first * 3 / 2);
+    editor.Undo()->undo();
+    settle();
+    EXPECT_EQ(drawn(), first);
+
+    editor.Select({"box"});
+    editor.Delete();
+    settle();
+    EXPECT_EQ(drawn(), 0);
+    editor.Undo()->undo();
+    editor.Form()->clearSelection();
+    settle();
+    EXPECT_EQ(drawn(), first);
+
+    editor.Set("scene", "ZkOglCanvas", QByteArray());
+    settle();
+    EXPECT_EQ(drawn(), 0);
+    editor.Undo()->undo();
+    settle();
+    EXPECT_EQ(drawn(), first);
+}
+
+TEST_F(LiveTest, TheControlIsEmptyWithoutItsCanvasAndFullAgain) {
+    const int first = drawn();
+    editor.Select({"canvas"});
+    editor.Delete();
+    settle();
+    EXPECT_GT(drawn(), 30000) << "the form's own colour";
+    editor.Undo()->undo();
+    editor.Form()->clearSelection();
+    settle();
+    EXPECT_EQ(drawn(), first);
+    // And the other way round.
+    editor.Select({"control"});
+    editor.Delete();
+    settle();
+    editor.Undo()->undo();
+    editor.Form()->clearSelection();
+    settle();
+    EXPECT_EQ(drawn(), first);
+}
+
+TEST_F(LiveTest, AClickOnThePictureSelectsTheControl) {
+    editor.Form()->clearSelection();
+    settle();
+    const QImage before = seen("control");
+    QWidget* const control = editor.Widget("control");
+    QWindow* const window = editor.Window()->windowHandle();
+    QTest::mouseClick(window, Qt::LeftButton, {}, control->mapTo(editor.Window(), control->rect().center()));
+    settle();
+    EXPECT_EQ(editor.Form()->cursor()->selectedWidgetCount(), 1);
+    EXPECT_TRUE(editor.Form()->cursor()->isWidgetSelected(control));
+    // The handles of the selection lie over the picture, at the corners of the control and between them.
+    const QImage after = seen("control");
+    for (const QPoint& corner : {QPoint(0, 0), QPoint(197, 0), QPoint(0, 197), QPoint(197, 197), QPoint(98, 0)}) {
+        const QRect handle(corner, QSize(3, 3));
+        EXPECT_NE(after.copy(handle), before.copy(handle)) << corner.x() << " " << corner.y();
+    }
+    EXPECT_EQ(after.copy(10, 10, 180, 180), before.copy(10, 10, 180, 180));
+}
+
+TEST_F(LiveTest, FormsOpenAndCloseWithoutLeavingAnything) {
+    const QString kept = KeptForm("scene.ui");
+    editor.Close();
+    const qsizetype widgets = QApplication::allWidgets().size();
+    for (int i = 0; i < 50; ++i) {
+        ASSERT_TRUE(editor.Open(kept));
+        if (i % 10 == 0) {
+            editor.Set("box", "Length", 4.0 + i);
+            editor.Select({"canvas", "scene"});
+            editor.Delete();
+            editor.Undo()->undo();
+        }
+        editor.Close();
+    }
+    settle();
+    EXPECT_LE(QApplication::allWidgets().size(), widgets + 2);
+}
+
+}  // namespace
+}  // namespace zk::test
