@@ -458,6 +458,18 @@ void TZkOglCanvas::writeWinControl(const ComponentRef& ref) {
     WriteReference(*this, "WinControl", ref, [this](QObject* object) { SetWinControl(static_cast<QWidget*>(object)); });
 }
 
+// The zoom is of the default, whichever of the two a form has first.
+void TZkOglCanvas::writeZoomFactor(double factor) {
+    SetZoomFactor(factor);
+    zoomOfForm_ = factor;
+}
+
+void TZkOglCanvas::writeDefaultUnitsPerCM(double unitsPerCm) {
+    SetDefaultUnitsPerCM(unitsPerCm);
+    if (FormReading::IsReading(*this))
+        SetZoomFactor(zoomOfForm_);
+}
+
 void TZkOglCanvas::writeTranslation(const QString& text) {
     WritePointText(*this, "TransformBy", text, [this](const QString& point) { Set_translation(point); });
 }

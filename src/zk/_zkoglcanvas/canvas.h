@@ -56,8 +56,8 @@ class TZkOglCanvas : public TZKDevice {
     Q_PROPERTY(bool AutoCompile READ GetAutoCompile WRITE SetAutoCompile)
     Q_PROPERTY(bool LightModelTwoSided READ GetLightModelTwoSided WRITE SetLightModelTwoSided)
     Q_PROPERTY(QColor BackgroundColor READ GetBackgroundQColor WRITE SetBackgroundQColor)
-    Q_PROPERTY(double ZoomFactor READ GetZoomFactor WRITE SetZoomFactor)
-    Q_PROPERTY(double DefaultUnitsPerCM READ GetDefaultUnitsPerCM WRITE SetDefaultUnitsPerCM)
+    Q_PROPERTY(double ZoomFactor READ GetZoomFactor WRITE writeZoomFactor)
+    Q_PROPERTY(double DefaultUnitsPerCM READ GetDefaultUnitsPerCM WRITE writeDefaultUnitsPerCM)
     Q_PROPERTY(bool SelectEnabled READ GetSelectEnabled WRITE SetSelectEnabled)
     Q_PROPERTY(double PointOfView READ GetBlickwinkel WRITE SetBlickWinkel)
     Q_PROPERTY(QString TransformBy READ Get_translation WRITE writeTranslation)
@@ -324,6 +324,8 @@ class TZkOglCanvas : public TZKDevice {
 
     ComponentRef readWinControl() const;
     void writeWinControl(const ComponentRef& ref);
+    void writeZoomFactor(double factor);
+    void writeDefaultUnitsPerCM(double unitsPerCm);
     void writeTranslation(const QString& text);
     void writeRotationPoint(const QString& text);
     void writeRotationLine(const QString& text);
@@ -375,6 +377,7 @@ class TZkOglCanvas : public TZKDevice {
     DrawingInto* drawingInto_ = nullptr;  // while `DrawInto` runs
     TColor backgroundColor_ = 0;
     double defaultUnitsPerCM_ = 0;
+    double zoomOfForm_ = 0;  // as the form that is being read has it
 
     int projectionMode_ = 0;
     double orientationSign_ = 1.0;
