@@ -1,7 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/materialkind.h>
-#include <zk/_zkoglcanvas/scene.h>
+#include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkogltools/box.h>
 
 #include <QObject>
@@ -11,14 +11,14 @@
 
 namespace gallery {
 
-/// The boxes of the scene: made from a table, moved and coloured by the user.
+/// What the user does with the boxes of the form: lifts them, and gives them other materials.
 ///
 /// In the scene's own frame x is to the right, y up and z to the front; the floor lies at y = 0.
 class Boxes : public QObject {
     Q_OBJECT
   public:
-    /// Builds all boxes in `scene`, which has its canvas. `form` owns them, as it owns the other components.
-    Boxes(zk::TZKOglScene* scene, QObject* form);
+    /// The boxes, in the order of the table in boxes.cpp, each where it stands at the start. The form owns them.
+    Boxes(const std::vector<zk::TZKOglBox*>& boxes, zk::TZkOglCanvas* canvas, QObject* form);
 
     int Count() const { return int(items_.size()); }
     zk::TZKOglBox* At(int index) const { return items_.at(std::size_t(index)).box; }
@@ -43,11 +43,11 @@ class Boxes : public QObject {
   private:
     struct Item {
         zk::TZKOglBox* box;
+        zk::TXYZ place;  ///< of its corner, at the start
         int material;
         bool lifted;
     };
 
-    void addFloor(zk::TZKOglScene* scene, QObject* form);
     double heightOf(int index) const;
     void showPlaces();
     void showMaterial(int index);

@@ -1,16 +1,15 @@
 #include "mainwindow.h"
 
+#include "ui_mainwindow.h"
+
 #include <zk/_zkdevice.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkxyarrays.h>
 
 #include <QColorDialog>
 #include <QEvent>
-#include <QScrollArea>
+#include <QPainter>
 #include <QStatusBar>
-
-#include <cmath>
-#include <numbers>
 
 using namespace zk;
 
@@ -18,97 +17,61 @@ namespace gallery {
 
 namespace {
 
-constexpr double pixelsPerCentimetre = 36;  // at zoom 100 %
-constexpr double turn = 32;                 // the scene is seen from this many degrees to the right of its front
-constexpr double tilt = 26;                 // and from this many above
-const QColor backgroundColor(38, 46, 58);
-
 QString invitation() {
     return MainWindow::tr("Click a box: left lifts it, right gives it the next material");
 }
 
-double radians(double angle) {
-    return angle * std::numbers::pi / 180.0;
-}
-
-// Where the scene's axes point in the world, in which x is to the right, y up and z towards the viewer.
-TBAse sceneFrame() {
-    const double c = std::cos(radians(turn));
-    const double s = std::sin(radians(turn));
-    const double ct = std::cos(radians(tilt));
-    const double st = std::sin(radians(tilt));
-    return {{-0.2, -2.3, 0}, {c, -s * -st, -s * ct}, {0, ct, st}, {s, c * -st, c * ct}};
+/// A square tile with its joint, a centimetre wide once it is laid.
+QImage tile() {
+    constexpr int side = 64;
+    QImage picture(side, side, QImage::Format_RGB32);
+    picture.fill(QColor(240, 240, 240));
+    QPainter painter(&picture);
+    painter.setPen(QPen(QColor(150, 150, 150), 2));
+    painter.drawRect(0, 0, side - 1, side - 1);
+    return picture;
 }
 
 }  // namespace
 
-MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent),
-      pages_(new QTabWidget(this)),
-      control_(new TZKOglControl(this)),
-      canvas_(new TZkOglCanvas(this)),
-      motion_(new MotionPage) {
-    setWindowTitle(tr("Gallery"));
-    control_->setObjectName("control");
-    control_->setMinimumSize(120, 90);
-    pages_->setTabPosition(QTabWidget::South);
-    pages_->setDocumentMode(true);
-    pages_->addTab(control_, tr("B&oxes"));
-    pages_->addTab(motion_, tr("&Motion"));
-    setCentralWidget(pages_);
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
+    // The floor of the form shows it, under the name of a file.
+    ZkAddBitmaptexture(QStringLiteral("gallery-tile"), tile());
+    Ui::MainWindow ui;
+    ui.setupUi(this);
+    pages_ = ui.pages;
+    control_ = ui.control;
+    canvas_ = ui.canvas;
+    motion_ = ui.motion;
+    dock_ = ui.controls;
+    scene_ = ui.scene;
+    light_ = ui.sun;
+    panel_ = ui.panel;
+    background_ = canvas_->GetBackgroundQColor();
 
-    canvas_->SetWinControl(control_);
-    const ChangeBracket bracket(canvas_);
-    canvas_->SetBackgroundQColor(backgroundColor);
-    canvas_->SetUnitsPerCm(pixelsPerCentimetre);
-    canvas_->SetDefaultUnitsPerCM(pixelsPerCentimetre);
+    boxes_ = new Boxes(
+        {ui.tower, ui.cap, ui.westPost, ui.eastPost, ui.lintel, ui.cube, ui.lid, ui.brick, ui.plank, ui.step, ui.die},
+        canvas_, this);
+    layTiles(ui.floor);
+    // The scene stands turned and tilted, by its own transform; the canvas's transform is left to the sliders.
+    TXYZ origin = Nullxyz;
+    MatMul(scene_->TrfMAtrix(), origin);
+    MatMul(scene_->TrfMAtrix(), upright_);
+    upright_ = Sub(upright_, origin);
 
-    buildScene();
-    buildPanel();
+    panel_->SetShapes(boxes_->Names());
+    ui.scroller->setMinimumWidth(panel_->minimumSizeHint().width());
     buildStatusBar();
+    connectPanel();
     connectMouse();
 }
 
-void MainWindow::buildScene() {
-    scene_ = new TZKOglScene(this);
-    scene_->SetZkOglCanvas(canvas_);
-
-    // The scene stands turned and tilted, by its own transform; the canvas's transform is left to the sliders.
-    const TBAse frame = sceneFrame();
-    upright_ = frame.YAxis;
-    TXYZ translation;
-    TGerade line;
-    double angle = 0;
-    BaseToTGW(frame, translation, line, angle);
-    scene_->SetTranslation(translation);
-    scene_->SetDrehGerade(line);
-    scene_->Setdrehwinkel(angle * 180.0 / std::numbers::pi);
-
-    boxes_ = new Boxes(scene_, this);
-
-    light_ = new TZKOglLight(this);
-    light_->SetPosition({-9.5, 15, 18});
-    light_->SetAmbient(0x484848);
-    light_->SetDiffuse(0xDCDCDC);
-    // Linear, in units of half the picture: with the 1 of a new light the far boxes would lie in the dark.
-    light_->setattenuation(0.08);
-    light_->SetEnabled(true);
-    light_->SetZkOglCanvas(canvas_);
+// The frame in which a texture is laid is nothing that a form can hold.
+void MainWindow::layTiles(TZKOglBox* floor) {
+    floor->getAttributes()->getTexture()->Setbase({Nullxyz, {1, 0, 0}, {0, 0, 1}, {0, 1, 0}});  // on the ground
 }
 
-void MainWindow::buildPanel() {
-    panel_ = new SidePanel(boxes_->Names());
-    auto* scroller = new QScrollArea;  // so that the window can be made smaller than the panel
-    scroller->setWidget(panel_);
-    scroller->setWidgetResizable(true);
-    scroller->setFrameShape(QFrame::NoFrame);
-    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroller->setMinimumWidth(panel_->minimumSizeHint().width());
-    dock_ = new QDockWidget(tr("Controls"), this);
-    dock_->setObjectName("controls");
-    dock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
-    dock_->setWidget(scroller);
-    addDockWidget(Qt::RightDockWidgetArea, dock_);
+void MainWindow::connectPanel() {
     // They drive the canvas of the first page.
     connect(pages_, &QTabWidget::currentChanged, this, [this](int page) {
         dock_->setVisible(page == 0);
@@ -147,7 +110,7 @@ void MainWindow::Reset() {
     ShowMotion(false);
     panel_->Reset();
     boxes_->Reset();
-    canvas_->SetBackgroundQColor(backgroundColor);
+    canvas_->SetBackgroundQColor(background_);
     clicked_->setText(invitation());
 }
 

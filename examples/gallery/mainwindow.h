@@ -6,6 +6,7 @@
 
 #include <zk/_zkoglcanvas.h>
 
+#include <QColor>
 #include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
@@ -13,8 +14,8 @@
 
 namespace gallery {
 
-/// The window. Its first page is a control with the picture of a scene, and beside it ordinary widgets that drive the
-/// canvas; the second one is what moves (`MotionPage`).
+/// The window, a form (mainwindow.ui). Its first page is a control with the picture of a scene, and beside it ordinary
+/// widgets that drive the canvas; the second one is what moves (`MotionPage`).
 ///
 /// A left click on a box lifts it or puts it back, a right click gives it the next material; the status bar says which
 /// box was clicked, and which one is under the pointer.
@@ -44,8 +45,8 @@ class MainWindow : public QMainWindow {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void buildScene();
-    void buildPanel();
+    void layTiles(zk::TZKOglBox* floor);
+    void connectPanel();
     void buildStatusBar();
     void connectMouse();
     void setRotationAxis(int axis);
@@ -56,17 +57,20 @@ class MainWindow : public QMainWindow {
     void lift(int index);
     void showUnderPointer(const QString& name);
 
+    // What stands in the form.
     QTabWidget* pages_;
     zk::TZKOglControl* control_;
     zk::TZkOglCanvas* canvas_;
     MotionPage* motion_;
-    QDockWidget* dock_ = nullptr;
-    zk::TZKOglScene* scene_ = nullptr;
-    zk::TZKOglLight* light_ = nullptr;
-    Boxes* boxes_ = nullptr;
-    SidePanel* panel_ = nullptr;
+    QDockWidget* dock_;
+    zk::TZKOglScene* scene_;
+    zk::TZKOglLight* light_;
+    SidePanel* panel_;
+
+    Boxes* boxes_;
     QLabel* clicked_ = nullptr;
     QLabel* underPointer_ = nullptr;
+    QColor background_;
     zk::TXYZ upright_{0, 1, 0};  ///< the scene's y axis in the world
 };
 

@@ -26,12 +26,12 @@ QString centimetres(double value) {
 
 }  // namespace
 
-SidePanel::SidePanel(const QStringList& shapeNames, QWidget* parent) : QWidget(parent) {
+SidePanel::SidePanel(QWidget* parent) : QWidget(parent) {
     auto* column = new QVBoxLayout(this);
     addView(column);
     addModel(column);
     addLight(column);
-    addShapes(column, shapeNames);
+    addShapes(column);
     reset = new QPushButton(tr("&Reset"));
     reset->setObjectName("reset");
     column->addWidget(reset);
@@ -77,16 +77,20 @@ void SidePanel::addLight(QVBoxLayout* column) {
     grid->addWidget(background, 1, 0, 1, 2);
 }
 
-void SidePanel::addShapes(QVBoxLayout* column, const QStringList& names) {
+void SidePanel::addShapes(QVBoxLayout* column) {
     auto* group = new QGroupBox(tr("Shapes"));
     auto* layout = new QVBoxLayout(group);
     shapes = new QListWidget;
     shapes->setObjectName("shapes");
-    shapes->addItems(names);
-    shapes->setMinimumHeight(shapes->sizeHintForRow(0) * 4);
     shapes->setToolTip(tr("A double click lifts a box or puts it back"));
     layout->addWidget(shapes);
     column->addWidget(group, 1);
+}
+
+void SidePanel::SetShapes(const QStringList& names) {
+    shapes->clear();
+    shapes->addItems(names);
+    shapes->setMinimumHeight(shapes->sizeHintForRow(0) * 4);
 }
 
 void SidePanel::Reset() {

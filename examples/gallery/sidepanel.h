@@ -18,7 +18,10 @@ class SidePanel : public QWidget {
     /// What the rotation slider turns the model about; the order of the entries.
     enum Axis { upright, toTheRight, upwards, towardsViewer };
 
-    explicit SidePanel(const QStringList& shapes, QWidget* parent = nullptr);
+    explicit SidePanel(QWidget* parent = nullptr);
+
+    /// What the list of shapes names.
+    void SetShapes(const QStringList& names);
 
     /// All controls back to the start. Those that change say so.
     void Reset();
@@ -40,7 +43,7 @@ class SidePanel : public QWidget {
     void addView(QVBoxLayout* column);
     void addModel(QVBoxLayout* column);
     void addLight(QVBoxLayout* column);
-    void addShapes(QVBoxLayout* column, const QStringList& names);
+    void addShapes(QVBoxLayout* column);
 };
 
 }  // namespace gallery
