@@ -52,14 +52,23 @@ bool isConvex(const TXYZARRAY& face, const TXYZ& normal) {
     const std::span<const TXYZ> points = withoutClosingPoint(face);
     if (points.size() != 3 && points.size() != 4)
         return false;
+    // Squares are compared, which saves the roots. Where they would leave the range of numbers the answer is no.
+    constexpr double leastSine = 1e-6;
+    constexpr double flat = 1e-9;
     const std::size_t count = points.size();
+    std::array<TXYZ, 4> edges{};  // from each point to the next
+    std::array<double, 4> squares{};
+    for (std::size_t i = 0; i < count; ++i) {
+        edges[i] = Sub(points[(i + 1) % count], points[i]);
+        squares[i] = Skal(edges[i], edges[i]);
+    }
     int sense = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const TXYZ before = Sub(points[i], points[(i + count - 1) % count]);
-        const TXYZ after = Sub(points[(i + 1) % count], points[i]);
-        const double turn = Skal(Vekt(before, after), normal);
-        const double lengths = Len(before) * Len(after);
-        if (!(std::fabs(turn) > 1e-6 * lengths) || std::fabs(Skal(after, normal)) > 1e-9 * Len(after))
+        const std::size_t before = (i + count - 1) % count;
+        const double turn = Skal(Vekt(edges[before], edges[i]), normal);
+        const double rise = Skal(edges[i], normal);
+        if (!(turn * turn > leastSine * leastSine * squares[before] * squares[i]) ||
+            !(rise * rise <= flat * flat * squares[i]))
             return false;
         const int side = turn > 0 ? 1 : -1;
         if (sense != 0 && side != sense)
@@ -128,7 +137,8 @@ void TZkOglCanvas::quadricFills(const TXYZ& low, const TXYZ& high, int slices, i
 }
 
 void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
-    if (!CheckCurrent() || polygons.Count() == 0)
+    // No user code runs while a list is drawn into: the context that was current is.
+    if ((!drawingInto_ && !CheckCurrent()) || polygons.Count() == 0)
         return;
     const TXYZARRAY& outline = *polygons.Getitem(0);
     const TXYZ areaNormal = Vekt(outline);
@@ -169,6 +179,13 @@ void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
                 glNormal3d(normal.x, normal.y, normal.z);
                 draw(points);
                 drawingInto_->EndRun();
+                continue;
+            }
+            if (points.size() == 4) {
+                // Begun at its second corner, drivers cut it along the diagonal that they cut a polygon along.
+                drawingInto_->BeginRun(GL_QUADS);
+                glNormal3d(normal.x, normal.y, normal.z);
+                draw(std::array<TXYZ, 4>{points[1], points[2], points[3], points[0]});
                 continue;
             }
             // The triangles that drivers make of a convex polygon.
