@@ -95,12 +95,13 @@ QString Entry::domXml() const {
     if (type && type->IsWidget)
         size = text_.className == QLatin1String("TZKOglNav") ? QSize(80, 80) : QSize(150, 150);
     return QStringLiteral(
-               R"(<ui language="c++"><widget class="%1" name="%2"><property name="geometry"><rect>)"
+               R"(<ui language="c++" displayname="%5"><widget class="%1" name="%2"><property name="geometry"><rect>)"
                R"(<x>0</x><y>0</y><width>%3</width><height>%4</height></rect></property></widget><customwidgets><customwidget>)"
                R"(<class>%1</class><extends>QWidget</extends></customwidget></customwidgets></ui>)")
         .arg(name(), QLatin1String(text_.name))
         .arg(size.width())
-        .arg(size.height());
+        .arg(size.height())
+        .arg(QLatin1String(text_.className));
 }
 
 void Entry::initialize(QDesignerFormEditorInterface* core) {

@@ -5,13 +5,22 @@
 
 #include <zk/_zkoglcanvas/canvas.h>
 
+#include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLayout>
+#include <QPointer>
+#include <QScopedValueRollback>
+#include <QSplitter>
 #include <QUndoStack>
 #include <QWidget>
 #include <QXmlStreamReader>
+#include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerLayoutDecorationExtension>
+#include <QtDesigner/QExtensionManager>
 
+#include <algorithm>
 #include <utility>
 
 namespace zk {
@@ -71,6 +80,7 @@ void FormKeeper::Schedule() {
 void FormKeeper::Resolve() {
     scheduled_ = false;
     followPaste();
+    leaveLayouts();
     bool changed = false;
     for (ComponentSheet* sheet : ComponentSheet::All()) {
         if (sheet->Keeper() == this)
@@ -83,6 +93,98 @@ void FormKeeper::Resolve() {
             canvas->Refresh();
     }
 }
+
+// --- layouts --------------------------------------------------------------------------------------------------------
+
+namespace {
+
+QSplitter* splitterOf(const QWidget* widget) {
+    return qobject_cast<QSplitter*>(widget->parentWidget());
+}
+
+// Looks into the layouts within a layout, too.
+bool holds(QLayout* layout, const QWidget* widget) {
+    if (!layout)
+        return false;
+    for (int i = 0; i < layout->count(); ++i) {
+        if (layout->itemAt(i)->widget() == widget || holds(layout->itemAt(i)->layout(), widget))
+            return true;
+    }
+    return false;
+}
+
+bool isLaidOut(const QWidget* widget) {
+    return splitterOf(widget) || (widget->parentWidget() && holds(widget->parentWidget()->layout(), widget));
+}
+
+}  // namespace
+
+QList<QWidget*> FormKeeper::icons() const {
+    QList<QWidget*> found;
+    for (QWidget* widget : Widgets()) {
+        if (dynamic_cast<StandIn*>(widget))
+            found.append(widget);
+    }
+    return found;
+}
+
+void FormKeeper::LayOutAgain(QAction* action) {
+    if (layingOut_)
+        return;
+    const QList<QWidget*> all = icons();
+    const auto caught = std::find_if(all.begin(), all.end(), isLaidOut);
+    if (caught == all.end())
+        return;
+    const QScopedValueRollback<bool> again(layingOut_, true);
+    const QPointer<QWidget> container = (*caught)->parentWidget();
+    QList<QWidget*> others;
+    for (QObject* child : container->children()) {
+        auto* const widget = qobject_cast<QWidget*>(child);
+        if (widget && Has(widget) && !all.contains(widget) && isLaidOut(widget))
+            others.append(widget);
+    }
+    form_->commandHistory()->undo();
+
+    for (QWidget* icon : all)
+        icon->hide();  // what cannot be seen is not laid out
+    form_->clearSelection(false);
+    if (container && Has(container) && !others.isEmpty())
+        form_->selectWidget(container);
+    else
+        for (QWidget* widget : others)
+            form_->selectWidget(widget);
+    form_->emitSelectionChanged();
+    if (!others.isEmpty()) {
+        action->setEnabled(true);  // it looks at the selection later
+        action->trigger();
+    }
+    for (QWidget* icon : all)
+        icon->show();
+}
+
+// What was dropped, pasted or read into a layout is taken out of it, and stays where it is.
+void FormKeeper::leaveLayouts() {
+    QExtensionManager* const manager = form_->core()->extensionManager();
+    for (QWidget* icon : icons()) {
+        if (!isLaidOut(icon))
+            continue;
+        QWidget* const container = icon->parentWidget();
+        const QPoint at = icon->pos();
+        if (splitterOf(icon)) {
+            icon->setParent(form_->mainContainer());
+        } else if (auto* layout = qt_extension<QDesignerLayoutDecorationExtension*>(manager, container)) {
+            layout->removeWidget(icon);
+        } else {
+            container->layout()->removeWidget(icon);
+        }
+        icon->setGeometry(QRect(at, StandIn::IconSize()));
+        icon->show();
+        if (ComponentSheet* const sheet = ComponentSheet::Of(icon))
+            sheet->setChanged(sheet->indexOf(QStringLiteral("geometry")), true);
+    }
+}
+
+// --- pasting --------------------------------------------------------------------------------------------------------
 
 // What is pasted gets new names where the old ones are taken. References among the pasted components follow; the names
 // that they had are in the clipboard, in the order in which the components were made.

@@ -5,6 +5,7 @@
 #include <QSet>
 
 class QDesignerFormWindowInterface;
+class QAction;
 class QWidget;
 
 namespace zk {
@@ -32,13 +33,20 @@ class FormKeeper : public QObject {
     void Schedule();
     Q_INVOKABLE void Resolve();
 
+    /// Designer has just laid something out by `action`. An icon has no place in a layout: it would be no widget there
+    /// when the form runs. If one is caught, the layout is made once more without it.
+    void LayOutAgain(QAction* action);
+
   private:
     explicit FormKeeper(QDesignerFormWindowInterface* form);
 
     void followPaste();
+    void leaveLayouts();
+    QList<QWidget*> icons() const;
 
     QDesignerFormWindowInterface* form_;
     bool scheduled_ = false;
+    bool layingOut_ = false;
     QSet<const QObject*> known_;  ///< what was on the form when it was last looked at; never followed
 };
 

@@ -6,6 +6,7 @@
 
 #include <zk/forms/formclasses.h>
 
+#include <QAction>
 #include <QScopedValueRollback>
 #include <QWidget>
 #include <QtDesigner/QDesignerFormEditorInterface>
@@ -26,10 +27,10 @@ DesignerSession::DesignerSession(QDesignerFormEditorInterface* core)
     core->extensionManager()->registerExtensions(this, Q_TYPEID(QDesignerPropertySheetExtension));
     core->extensionManager()->registerExtensions(this, Q_TYPEID(QDesignerDynamicPropertySheetExtension));
     core->extensionManager()->registerExtensions(this, Q_TYPEID(QDesignerTaskMenuExtension));
-    // The editor may still be being put together.
-    QMetaObject::invokeMethod(this, &DesignerSession::watchForms, Qt::QueuedConnection);
     if (core->formWindowManager())
         watchForms();
+    else  // the editor is still being put together
+        QMetaObject::invokeMethod(this, &DesignerSession::watchForms, Qt::QueuedConnection);
 }
 
 void DesignerSession::watchForms() {
@@ -39,6 +40,18 @@ void DesignerSession::watchForms() {
     connect(
         manager, &QDesignerFormWindowManagerInterface::formWindowAdded, this,
         [](QDesignerFormWindowInterface* form) { FormKeeper::Of(form); }, Qt::QueuedConnection);
+    using Manager = QDesignerFormWindowManagerInterface;
+    for (const Manager::Action kind :
+         {Manager::HorizontalLayoutAction, Manager::VerticalLayoutAction, Manager::SplitHorizontalAction,
+          Manager::SplitVerticalAction, Manager::GridLayoutAction, Manager::FormLayoutAction}) {
+        QAction* const action = manager->action(kind);
+        if (!action)
+            continue;
+        connect(action, &QAction::triggered, this, [manager, action] {
+            if (FormKeeper* keeper = FormKeeper::Of(manager->activeFormWindow()))
+                keeper->LayOutAgain(action);
+        });
+    }
     for (int i = 0; i < manager->formWindowCount(); ++i)
         FormKeeper::Of(manager->formWindow(i));
 }

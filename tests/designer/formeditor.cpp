@@ -125,7 +125,7 @@ QString FormEditor::Save() const {
 }
 
 // Designer's main window is what usually keeps the actions up to date.
-void FormEditor::trigger(int action) {
+void FormEditor::Trigger(int action) {
     QDesignerFormWindowManagerInterface* const manager = core_->formWindowManager();
     QMetaObject::invokeMethod(manager, "slotUpdateActions");
     QAction* const chosen = manager->action(QDesignerFormWindowManagerInterface::Action(action));
@@ -148,7 +148,7 @@ void FormEditor::Paste(const QString& widgets) {
 void FormEditor::PasteAgain() {
     form_->clearSelection(false);
     form_->selectWidget(form_->mainContainer());
-    trigger(QDesignerFormWindowManagerInterface::PasteAction);
+    Trigger(QDesignerFormWindowManagerInterface::PasteAction);
 }
 
 void FormEditor::Select(const QStringList& names) {
@@ -159,11 +159,11 @@ void FormEditor::Select(const QStringList& names) {
 }
 
 void FormEditor::Copy() {
-    trigger(QDesignerFormWindowManagerInterface::CopyAction);
+    Trigger(QDesignerFormWindowManagerInterface::CopyAction);
 }
 
 void FormEditor::Delete() {
-    trigger(QDesignerFormWindowManagerInterface::DeleteAction);
+    Trigger(QDesignerFormWindowManagerInterface::DeleteAction);
 }
 
 QWidget* FormEditor::Widget(const QString& name) const {

@@ -65,9 +65,10 @@ class FormEditor {
     /// The texts of the message boxes on show, which are closed.
     static QStringList TakeMessages();
 
-  private:
-    void trigger(int action);
+    /// Triggers an action of the manager of form windows (`QDesignerFormWindowManagerInterface::Action`).
+    void Trigger(int action);
 
+  private:
     QWidget* window_;
     QDesignerFormEditorInterface* core_;
     QDesignerFormWindowInterface* form_ = nullptr;

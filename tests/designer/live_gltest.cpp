@@ -1,14 +1,19 @@
 // The scene on the edited form, as the user sees it while editing.
 #include "formeditor.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QColor>
 #include <QLabel>
 #include <QScreen>
 #include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
 #include <QUndoStack>
+#include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerWidgetBoxInterface>
 #include <gtest/gtest.h>
 
 namespace zk::test {
@@ -131,6 +136,62 @@ TEST_F(LiveTest, FormsOpenAndCloseWithoutLeavingAnything) {
     }
     settle();
     EXPECT_LE(QApplication::allWidgets().size(), widgets + 2);
+}
+
+// With the mouse, from the widget box to the form.
+TEST_F(LiveTest, AComponentIsDroppedOntoTheForm) {
+    editor.Form()->clearSelection();
+    QAbstractItemView* view = nullptr;
+    QModelIndex line;
+    for (auto* candidate : editor.Core()->widgetBox()->findChildren<QAbstractItemView*>()) {
+        const QModelIndexList found = candidate->model()->match(candidate->model()->index(0, 0), Qt::DisplayRole,
+                                                                "TZKOglSphere", 1, Qt::MatchExactly);
+        if (!found.isEmpty()) {
+            view = candidate;
+            line = found.first();
+        }
+    }
+    ASSERT_TRUE(view);
+    for (QWidget* parent = view->parentWidget(); parent; parent = parent->parentWidget()) {
+        if (auto* const tree = qobject_cast<QTreeWidget*>(parent)) {  // the pages lie one below the other
+            tree->expandAll();
+            settle();
+            tree->scrollToBottom();
+            settle();
+        }
+    }
+    ASSERT_FALSE(view->viewport()->visibleRegion().isEmpty());
+
+    QWindow* const window = editor.Window()->windowHandle();
+    const auto at = [&](const QWidget* widget, const QPoint& point) { return widget->mapTo(editor.Window(), point); };
+    const QPoint from = at(view->viewport(), view->visualRect(line).center());
+    QWidget* const form = editor.Form()->mainContainer();
+    const QPoint to = at(form, QPoint(340, 200));
+    // The drag has an event loop of its own from the press on.
+    int step = 0;
+    QTimer mouse;
+    QObject::connect(&mouse, &QTimer::timeout, window, [&] {
+        if (++step <= 10)
+            QTest::mouseMove(window, from + (to - from) * step / 10);
+        else if (step == 11)
+            QTest::mouseRelease(window, Qt::LeftButton, {}, to);
+        else
+            mouse.stop();
+    });
+    mouse.start(20);
+    QTest::mousePress(window, Qt::LeftButton, {}, from);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !mouse.isActive(); }));
+    settle();
+    const QWidget* const sphere = editor.Widget("sphere");
+    ASSERT_TRUE(sphere);
+    EXPECT_EQ(sphere->size(), QSize(76, 46));
+    EXPECT_TRUE(QRect(300, 150, 76, 80).contains(sphere->geometry().center()));
+    editor.Undo()->undo();
+    settle();
+    EXPECT_EQ(editor.Widget("sphere"), nullptr);
+    editor.Undo()->redo();
+    settle();
+    EXPECT_TRUE(editor.Widget("sphere"));
 }
 
 }  // namespace
