@@ -117,7 +117,7 @@ class TZkOglCanvas : public TZKDevice {
 
     bool GetSelectEnabled() const { return selectEnabled_; }
     /// Whether the control looks for the shape under the pointer on every mouse event; on at first.
-    void SetSelectEnabled(bool enabled) { selectEnabled_ = enabled; }
+    Q_SLOT void SetSelectEnabled(bool enabled) { selectEnabled_ = enabled; }
 
     // --- scenes (canvas.cpp) ---
 
@@ -145,7 +145,7 @@ class TZkOglCanvas : public TZKDevice {
     double GetBlickwinkel() const override;
     /// The view angle in degrees, from the axis to the edge of the view. Above 45 nothing changes; below 2 it becomes
     /// 0, the parallel projection. Lights keep their place in the world.
-    void SetBlickWinkel(double degrees) override;
+    Q_SLOT void SetBlickWinkel(double degrees) override;
     /// An earlier form of the setter that stores nothing and moves no light.
     void SetBlickWinkelOld(double degrees);
     /// The distance of the eye from the projection plane in centimetres; 0 in the parallel projection. Negative, with
@@ -168,7 +168,7 @@ class TZkOglCanvas : public TZKDevice {
     /// `UnitsPerCM` / `DefaultUnitsPerCM`, or 1 where the latter is 0.
     double GetZoomFactor() const;
     /// 0 is ignored.
-    void SetZoomFactor(double factor);
+    Q_SLOT void SetZoomFactor(double factor);
 
     TXYZ getTextureScale() const { return textureScale_; }
     void SetTextureScale(const TXYZ& scale);
@@ -194,7 +194,7 @@ class TZkOglCanvas : public TZKDevice {
     void SetDrehGerade(const TGerade& line);
     TGerade GetDrehGerade() const { return drehGerade_; }
     /// Turns the model about the rotation line, in degrees; see `RotationToMatrix3d` for the sense.
-    void Setdrehwinkel(double degrees);
+    Q_SLOT void Setdrehwinkel(double degrees);
     double Getdrehwinkel() const { return drehwinkel_; }
     /// The same as text "x/y/z"; a malformed text raises `EConvertError` and changes nothing.
     void Set_translation(const QString& text);

@@ -48,7 +48,7 @@ class TZKOglLight : public Tlight {
     void SetDirection(const TXYZ& direction) override;
     TXYZ GetDirection() const override;
     bool GetEnabled() const { return enabled_; }
-    void SetEnabled(bool enabled) override;
+    Q_SLOT void SetEnabled(bool enabled) override;
     TColor GetAmbient() const override;
     void SetAmbient(TColor color) override;
     TColor GetDiffuse() const override;

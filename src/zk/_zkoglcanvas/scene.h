@@ -45,7 +45,7 @@ class TZKOglScene : public TDisplayList {
     void SetZkOglCanvas(TZkOglCanvas* canvas);
 
     /// Unlike the shapes' flag this one repaints at once and compiles every scene of the canvas again.
-    void SetVisible(bool visible) override;
+    Q_SLOT void SetVisible(bool visible) override;
     /// Draws the scene; the canvas calls it. A scene that is being played is not played again inside itself.
     void Play() override;
     /// What the list holds is out of date; the next repaint compiles it again. Does not repaint.
@@ -81,7 +81,7 @@ class TZKOglScene : public TDisplayList {
     TGerade GetDrehGerade() const { return drehGerade_; }
     void SetDrehGerade(const TGerade& line);
     /// In degrees about the rotation line.
-    void Setdrehwinkel(double degrees);
+    Q_SLOT void Setdrehwinkel(double degrees);
     double Getdrehwinkel() const { return drehwinkel_; }
     /// As text "x/y/z"; a malformed text raises `EConvertError` and changes nothing.
     void Set_translation(const QString& text);

@@ -68,11 +68,11 @@ class TZKOglNav : public QWidget, public ComponentBase {
     /// The events of the mouse, which may also be called on demand; pixels of the panel.
     virtual void MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y);
     virtual void MouseMove(TShiftState shift, int x, int y);
-    virtual void DblClick();
+    Q_SLOT virtual void DblClick();
 
     /// The menu's entries.
-    void ClickGrundriss();
-    void ClickAufriss();
+    Q_SLOT void ClickGrundriss();
+    Q_SLOT void ClickAufriss();
     void ClickSchraegriss();
 
     /// Draws the cube's edges black and one pixel wide, its ground red and three pixels wide.

@@ -41,7 +41,7 @@ class TZkOglTimer : public TComponent {
     void SetIntervals(std::int32_t ticks);
     bool GetEnabled() const { return enabled_; }
     /// Whether events are raised.
-    void SetEnabled(bool enabled);
+    Q_SLOT void SetEnabled(bool enabled);
 
     /// One tick, from a sequencer or on demand. A handler may delete the timer.
     void Timer();

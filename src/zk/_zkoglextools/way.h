@@ -56,7 +56,7 @@ class TZKOglWay : public TZkShape {
     /// Runs or stops; the position stays. Ignored while `HowLong` or `TimerDelay` is 0. The clock is switched only
     /// while there are points: a way that has none when it is activated does not tick, and one whose points were taken
     /// away while it ran goes on raising `OnTimer` until it has points again and is stopped.
-    void SetActive(bool Value);
+    Q_SLOT void SetActive(bool Value);
 
     std::int32_t GetHowLong() const { return howLong_; }
     /// Milliseconds of one run; computes the step if there are points. Once it is 0 (the way then stands still) or

@@ -70,7 +70,7 @@ class TCustomShape : public TZkShape, public HitTarget, public KeptShape {
     TGerade GetDrehGerade() const { return drehGerade_; }
     void SetDrehGerade(const TGerade& line);
     /// In degrees.
-    void Setdrehwinkel(double degrees);
+    Q_SLOT void Setdrehwinkel(double degrees);
     double Getdrehwinkel() const { return drehwinkel_; }
     /// As text "x/y/z"; a malformed text raises `EConvertError` and changes nothing. Point and direction of the
     /// rotation line are set apart: setting one keeps the other.
@@ -84,9 +84,9 @@ class TCustomShape : public TZkShape, public HitTarget, public KeptShape {
     double GetScale() const { return scale_; }
     /// What the canvas's units are multiplied by while the geometry is drawn; 0, or a magnitude of at most 1e-5, leaves
     /// them alone. A negative scale mirrors the geometry, fronts and backs change places.
-    void SetScale(double scale);
+    Q_SLOT void SetScale(double scale);
     bool GetVisible() const { return visible_; }
-    void SetVisible(bool visible);
+    Q_SLOT void SetVisible(bool visible);
     bool GetParentAttributes() const { return parentAttributes_; }
     /// True: draws with the attributes that are in force on the canvas, and leaves them alone.
     void SetParentAttributes(bool value);

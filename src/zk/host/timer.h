@@ -30,10 +30,10 @@ class TTimer : public TComponent {
 
     bool GetEnabled() const { return enabled_; }
     /// Switching on begins a new interval.
-    virtual void SetEnabled(bool enabled);
+    Q_SLOT virtual void SetEnabled(bool enabled);
     int GetInterval() const { return interval_; }
     /// Milliseconds; begins a new interval. With 0 or less no ticks come.
-    virtual void SetInterval(int milliseconds);
+    Q_SLOT virtual void SetInterval(int milliseconds);
 
     /// One tick, whether or not the timer is on: raises `OnTimer`, whose handlers may delete the timer.
     virtual void Timer();
