@@ -2,10 +2,14 @@
 
 #include "mirroredclass.h"
 
+#include <zk/host/component.h>
 #include <zk/host/message.h>
 
+#include <QDynamicPropertyChangeEvent>
+#include <QMetaMethod>
 #include <QPainter>
 #include <QPointer>
+#include <QtDesigner/QDesignerFormWindowInterface>
 
 #include <exception>
 
@@ -15,7 +19,11 @@ StandIn::StandIn(QObject* component, const QPixmap& picture, QWidget* parent)
     : QWidget(parent), component_(component), picture_(picture) {
     component->setParent(this);
     resize(IconSize());
-    connect(this, &QObject::objectNameChanged, this, qOverload<>(&QWidget::update));
+    connect(this, &QObject::objectNameChanged, this, [this](const QString& name) {
+        if (component_)
+            component_->setObjectName(name);  // a preview looks for it by its name
+        update();
+    });
 }
 
 QObject* StandIn::Running(QWidget* widget) {
@@ -31,7 +39,15 @@ void* StandIn::qt_metacast(const char* name) {
     return QWidget::qt_metacast(name);
 }
 
-// The component's own properties follow QWidget's here, and QObject's there.
+// Whoever is connected to a signal here, as in a preview, is told when the component tells it.
+void StandIn::connectNotify(const QMetaMethod& signal) {
+    const int own = signal.methodIndex() - QWidget::staticMetaObject.methodCount();
+    if (own >= 0 && component_)
+        QMetaObject::connect(component_, own + QObject::staticMetaObject.methodCount(), this, signal.methodIndex(),
+                             Qt::DirectConnection | Qt::UniqueConnection);
+}
+
+// The component's own properties and methods follow QWidget's here, and QObject's there.
 int StandIn::qt_metacall(QMetaObject::Call call, int id, void** arguments) {
     switch (call) {
         case QMetaObject::ReadProperty:
@@ -40,6 +56,14 @@ int StandIn::qt_metacall(QMetaObject::Call call, int id, void** arguments) {
         case QMetaObject::RegisterPropertyMetaType:
         case QMetaObject::BindableProperty:
             break;
+        case QMetaObject::InvokeMetaMethod:
+            if (const QMetaMethod method = metaObject()->method(id);
+                id >= QWidget::staticMetaObject.methodCount() && method.methodType() == QMetaMethod::Signal) {
+                const QMetaObject* const type = method.enclosingMetaObject();
+                QMetaObject::activate(this, type, id - type->methodOffset(), arguments);
+                return -1;
+            }
+            return QWidget::qt_metacall(call, id, arguments);
         default:
             return QWidget::qt_metacall(call, id, arguments);
     }
@@ -52,6 +76,27 @@ int StandIn::qt_metacall(QMetaObject::Call call, int id, void** arguments) {
         ShowMessage(objectName() + QStringLiteral(": ") + QString::fromUtf8(error.what()));
         return -1;
     }
+}
+
+// A preview sets the properties of owned objects by their paths, as a compiled form does.
+bool StandIn::event(QEvent* event) {
+    if (event->type() == QEvent::DynamicPropertyChange && component_) {
+        const QByteArray name = static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName();
+        const QVariant value = name.contains('.') ? property(name) : QVariant();
+        if (value.isValid()) {
+            component_->setProperty(name, value);
+            setProperty(name, QVariant());
+        }
+    }
+    return QWidget::event(event);
+}
+
+void StandIn::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!component_ || QDesignerFormWindowInterface::findFormWindow(this))
+        return;
+    hide();
+    ComponentBase::Of(component_)->SetDesigning(false);
 }
 
 void StandIn::paintEvent(QPaintEvent*) {

@@ -9,6 +9,8 @@ namespace zk {
 /// What stands on an edited form for a component that is no widget: its picture and its name. It owns a real component
 /// and is that component to Qt Designer: the same class name, properties, signals and enumerations.
 ///
+/// In Designer's preview, which is no edited form, it cannot be seen, and the component is as on a running form.
+///
 /// There is no Q_OBJECT on purpose: the meta-object is the component's (`MirroredClass`).
 class StandIn : public QWidget {
   public:
@@ -30,6 +32,9 @@ class StandIn : public QWidget {
     QSize sizeHint() const override { return IconSize(); }
 
   protected:
+    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void connectNotify(const QMetaMethod& signal) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:

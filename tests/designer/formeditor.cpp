@@ -6,12 +6,14 @@
 #include <QClipboard>
 #include <QFile>
 #include <QMessageBox>
+#include <QPluginLoader>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QUndoStack>
 #include <QtDesigner/QDesignerComponents>
 #include <QtDesigner/QDesignerFormEditorInterface>
+#include <QtDesigner/QDesignerFormEditorPluginInterface>
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
 #include <QtDesigner/QDesignerFormWindowManagerInterface>
@@ -45,6 +47,11 @@ class Program : public testing::Environment {
         core->setObjectInspector(QDesignerComponents::createObjectInspector(core.get(), window.get()));
         new QDesignerIntegration(core.get(), core.get());
         QDesignerComponents::initializePlugins(core.get());
+        for (QObject* plugin : QPluginLoader::staticInstances()) {  // the editor of connections is one
+            auto* const part = qobject_cast<QDesignerFormEditorPluginInterface*>(plugin);
+            if (part && !part->isInitialized())
+                part->initialize(core.get());
+        }
         QDesignerComponents::createTaskMenu(core.get(), core.get());
         core->widgetBox()->setGeometry(0, 0, 290, 700);
         core->objectInspector()->setGeometry(0, 700, 290, 200);

@@ -3,6 +3,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCheckBox>
 #include <QColor>
 #include <QLabel>
 #include <QScreen>
@@ -13,6 +14,7 @@
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerFormWindowManagerInterface>
 #include <QtDesigner/QDesignerWidgetBoxInterface>
 #include <gtest/gtest.h>
 
@@ -136,6 +138,50 @@ TEST_F(LiveTest, FormsOpenAndCloseWithoutLeavingAnything) {
     }
     settle();
     EXPECT_LE(QApplication::allWidgets().size(), widgets + 2);
+}
+
+// A preview is a running form: no icons, bound components, events. The click reaches the shape under the pointer.
+TEST_F(LiveTest, APreviewRuns) {
+    QString form = KeptForm("scene.ui");
+    form.replace("  <widget class=\"zk::TZKOglNav\"",
+                 "  <widget class=\"QCheckBox\" name=\"hit\"/>\n  <widget class=\"zk::TZKOglNav\"");
+    form.replace(" <connections/>",
+                 " <connections><connection><sender>box</sender><signal>OnMouseDown(QObject*,Qt::MouseButton,"
+                 "zk::TShiftState,int,int)</signal><receiver>hit</receiver><slot>toggle()</slot></connection>"
+                 "</connections>");
+    ASSERT_TRUE(editor.Open(form));
+    const QString saved = editor.Save();
+    EXPECT_TRUE(saved.contains("<signal>OnMouseDown(QObject*,Qt::MouseButton,zk::TShiftState,int,int)</signal>"));
+    editor.Core()->formWindowManager()->showPreview();
+    settle();
+    QWidget* preview = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->isVisible() && widget->windowTitle().contains("Preview"))
+            preview = widget;
+    }
+    ASSERT_TRUE(preview);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(preview));
+    settle();
+    EXPECT_EQ(FormEditor::TakeMessages(), QStringList());
+    for (const char* const icon : {"box", "scene", "canvas", "light", "plane"})
+        EXPECT_FALSE(preview->findChild<QWidget*>(icon)->isVisible()) << icon;
+    auto* const control = preview->findChild<QWidget*>("control");
+    auto* const hit = preview->findChild<QCheckBox*>("hit");
+    ASSERT_TRUE(control && hit);
+
+    const auto click = [&](const QPoint& point) {
+        QTest::mouseClick(preview->windowHandle(), Qt::LeftButton, {}, control->mapTo(preview, point));
+        settle();
+    };
+    click(QPoint(20, 20));
+    EXPECT_FALSE(hit->isChecked()) << "beside the box";
+    click(QPoint(110, 118));
+    EXPECT_TRUE(hit->isChecked()) << "on the box";
+    click(QPoint(110, 118));
+    EXPECT_FALSE(hit->isChecked()) << "told once for a click";
+    editor.Core()->formWindowManager()->closeAllPreviews();
+    settle();
+    EXPECT_EQ(editor.Save().toStdString(), saved.toStdString());
 }
 
 // With the mouse, from the widget box to the form.
