@@ -18,6 +18,7 @@
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
 #include <QtDesigner/QDesignerLayoutDecorationExtension>
+#include <QtDesigner/QDesignerMetaDataBaseInterface>
 #include <QtDesigner/QExtensionManager>
 
 #include <algorithm>
@@ -43,7 +44,15 @@ FormKeeper::FormKeeper(QDesignerFormWindowInterface* form) : QObject(form), form
 }
 
 bool FormKeeper::Has(QWidget* widget) const {
-    return widget && form_->isManaged(widget);
+    if (!widget || form_->isManaged(widget))
+        return widget;
+    // A page of a tab widget, say, is known to Designer, but only its container is managed.
+    if (!form_->core()->metaDataBase()->item(widget))
+        return false;
+    QWidget* around = widget->parentWidget();
+    while (around && around != form_->mainContainer() && !form_->isManaged(around))
+        around = around->parentWidget();
+    return around;
 }
 
 QWidget* FormKeeper::Find(const QString& name) const {

@@ -49,29 +49,34 @@ void StandIn::connectNotify(const QMetaMethod& signal) {
 
 // The component's own properties and methods follow QWidget's here, and QObject's there.
 int StandIn::qt_metacall(QMetaObject::Call call, int id, void** arguments) {
+    const QMetaObject& here = QWidget::staticMetaObject;
+    const QMetaObject& there = QObject::staticMetaObject;
+    int own = -1;
     switch (call) {
         case QMetaObject::ReadProperty:
         case QMetaObject::WriteProperty:
         case QMetaObject::ResetProperty:
         case QMetaObject::RegisterPropertyMetaType:
         case QMetaObject::BindableProperty:
+            if (id >= here.propertyCount())
+                own = id - here.propertyCount() + there.propertyCount();
             break;
         case QMetaObject::InvokeMetaMethod:
-            if (const QMetaMethod method = metaObject()->method(id);
-                id >= QWidget::staticMetaObject.methodCount() && method.methodType() == QMetaMethod::Signal) {
-                const QMetaObject* const type = method.enclosingMetaObject();
-                QMetaObject::activate(this, type, id - type->methodOffset(), arguments);
-                return -1;
-            }
-            return QWidget::qt_metacall(call, id, arguments);
+            if (id >= here.methodCount())
+                own = id - here.methodCount() + there.methodCount();
+            break;
         default:
-            return QWidget::qt_metacall(call, id, arguments);
+            break;
     }
-    const int own = id - QWidget::staticMetaObject.propertyCount();
     if (own < 0 || !component_)
         return QWidget::qt_metacall(call, id, arguments);
+    if (call == QMetaObject::InvokeMetaMethod && metaObject()->method(id).methodType() == QMetaMethod::Signal) {
+        const QMetaObject* const type = metaObject()->method(id).enclosingMetaObject();
+        QMetaObject::activate(this, type, id - type->methodOffset(), arguments);
+        return -1;
+    }
     try {
-        return component_->qt_metacall(call, own + QObject::staticMetaObject.propertyCount(), arguments);
+        return component_->qt_metacall(call, own, arguments);
     } catch (const std::exception& error) {  // a value that the component refuses
         ShowMessage(objectName() + QStringLiteral(": ") + QString::fromUtf8(error.what()));
         return -1;

@@ -148,7 +148,8 @@ TEST_F(LiveTest, APreviewRuns) {
     form.replace(" <connections/>",
                  " <connections><connection><sender>box</sender><signal>OnMouseDown(QObject*,Qt::MouseButton,"
                  "zk::TShiftState,int,int)</signal><receiver>hit</receiver><slot>toggle()</slot></connection>"
-                 "</connections>");
+                 "<connection><sender>hit</sender><signal>toggled(bool)</signal><receiver>light</receiver>"
+                 "<slot>SetEnabled(bool)</slot></connection></connections>");
     ASSERT_TRUE(editor.Open(form));
     const QString saved = editor.Save();
     EXPECT_TRUE(saved.contains("<signal>OnMouseDown(QObject*,Qt::MouseButton,zk::TShiftState,int,int)</signal>"));
@@ -177,8 +178,10 @@ TEST_F(LiveTest, APreviewRuns) {
     EXPECT_FALSE(hit->isChecked()) << "beside the box";
     click(QPoint(110, 118));
     EXPECT_TRUE(hit->isChecked()) << "on the box";
+    EXPECT_TRUE(preview->findChild<QWidget*>("light")->property("Enabled").toBool());
     click(QPoint(110, 118));
     EXPECT_FALSE(hit->isChecked()) << "told once for a click";
+    EXPECT_FALSE(preview->findChild<QWidget*>("light")->property("Enabled").toBool());
     editor.Core()->formWindowManager()->closeAllPreviews();
     settle();
     EXPECT_EQ(editor.Save().toStdString(), saved.toStdString());

@@ -1,6 +1,7 @@
 #include "formeditor.h"
 
 #include <QColor>
+#include <QFile>
 #include <gtest/gtest.h>
 
 namespace zk::test {
@@ -28,6 +29,24 @@ TEST(SavingTest, AChangedPropertyIsOneChangedLine) {
     editor.Set("box", "TransformBy", QByteArray("1/2/3"));
     EXPECT_EQ(ChangedLines(kept, editor.Save()), std::vector<std::string>{"<cstring>1/2/3</cstring>"});
     EXPECT_EQ(FormEditor::TakeMessages(), QStringList());
+}
+
+// Forms of the examples: they open without a fault, and what is saved stays as it is.
+TEST(SavingTest, TheFormsOfTheExamplesAreEdited) {
+    FormEditor editor;
+    for (const char* const name : {"gallery/mainwindow.ui", "form/scene.ui"}) {
+        QFile file(QStringLiteral(ZKOGL_EXAMPLES "/") + QLatin1String(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        const QString form = QString::fromUtf8(file.readAll());
+        ASSERT_TRUE(editor.Open(form));
+        const QString saved = editor.Save();
+        EXPECT_GE(saved.count("stdset=\"0\""), form.count("stdset=\"0\"")) << name;
+        EXPECT_EQ(saved.count("<connection>"), form.count("<connection>")) << name;
+        ASSERT_TRUE(editor.Open(saved));
+        EXPECT_EQ(editor.Save().toStdString(), saved.toStdString()) << name;
+        for (const QString& message : FormEditor::TakeMessages())  // the gallery makes its picture when it starts
+            EXPECT_TRUE(message.startsWith("can't load texture")) << message.toStdString();
+    }
 }
 
 }  // namespace
