@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QTimer>
 
@@ -43,6 +44,10 @@ int main(int argc, char** argv) {
     parser.setApplicationDescription("Boxes in a window, to look at and to click, and a page of what moves.");
     const QCommandLineOption help({"h", "help"}, "Prints this text.");
     const QCommandLineOption picture("picture", "Writes a picture of the window as a PNG file and exits.", "file");
+    const QCommandLineOption size("size",
+                                  "With --picture: not the window but what its scene shows, in so many pixels, such as "
+                                  "4000x3000; the window stays hidden.",
+                                  "width x height");
     const QCommandLineOption pictures("pictures",
                                       "Writes several pictures into a folder, prints their paths and exits.", "folder");
     const QCommandLineOption frames("frames",
@@ -51,7 +56,7 @@ int main(int argc, char** argv) {
                                     "folder");
     const QCommandLineOption count("count", "How many pictures --frames writes, 25 for each second (25).", "number");
     const QCommandLineOption smoke("smoke", "Exits after so many seconds.", "seconds");
-    parser.addOptions({help, picture, pictures, frames, count, smoke});
+    parser.addOptions({help, picture, size, pictures, frames, count, smoke});
 
     const auto refuse = [](const QString& why) {
         say(stderr, QStringLiteral("gallery: %1\nTry gallery --help.\n").arg(why));
@@ -74,12 +79,29 @@ int main(int argc, char** argv) {
         return refuse(QStringLiteral("\"%1\" is no number of pictures, from 1 to 9999.").arg(parser.value(count)));
     if (parser.isSet(count) && !parser.isSet(frames))
         return refuse("--count goes with --frames.");
+    QSize pixels;
+    if (parser.isSet(size)) {
+        const QRegularExpressionMatch match =
+            QRegularExpression("^([0-9]{1,5})x([0-9]{1,5})$").match(parser.value(size));
+        pixels = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+        if (pixels.isEmpty())
+            return refuse(QStringLiteral("\"%1\" is no size in pixels, such as 4000x3000.").arg(parser.value(size)));
+        if (!parser.isSet(picture))
+            return refuse("--size goes with --picture.");
+    }
     const double seconds = parser.isSet(smoke) ? parser.value(smoke).toDouble(&isNumber) : 0;
     if (!isNumber || !(seconds >= 0 && seconds <= 3600))
         return refuse(QStringLiteral("\"%1\" is no number of seconds, from 0 to 3600.").arg(parser.value(smoke)));
 
     gallery::MainWindow window;
     place(window);
+    if (!pixels.isEmpty()) {
+        const QString error = gallery::WriteScene(window, pixels, parser.value(picture));
+        if (error.isEmpty())
+            return success;
+        say(stderr, QStringLiteral("gallery: no picture: %1.\n").arg(error));
+        return failure;
+    }
     window.show();
 
     if (parser.isSet(picture) || parser.isSet(pictures) || parser.isSet(frames)) {

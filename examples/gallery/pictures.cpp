@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -97,6 +98,14 @@ QString WritePicture(MainWindow& window, const QString& path) {
     const QImage picture = PictureOf(window, whyNot);
     return picture.isNull() ? whyNot : write(picture, path);
 }
+
+QString WriteScene(MainWindow& window, const QSize& size, const QString& path) {
+    constexpr double shownSide = 800;
+    const double ratio = std::max(size.width(), size.height()) / shownSide;
+    const QImage picture = window.Canvas()->Picture(size, ratio);
+    return picture.isNull() ? tr("OpenGL gave none of that size") : write(picture, path);
+}
+
 QString WritePictures(MainWindow& window, const QString& folder, QStringList& paths) {
     if (!QDir().mkpath(folder))
         return tr("%1: the folder could not be made").arg(folder);

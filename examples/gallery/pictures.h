@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +15,10 @@ QImage PictureOf(MainWindow& window, QString& whyNot);
 
 /// Writes such a picture as a PNG file. An empty text for success, else what went wrong, in words.
 QString WritePicture(MainWindow& window, const QString& path);
+
+/// Writes what the scene of the window shows as a PNG file of `size` pixels, as much of the world as in a control whose
+/// longer side has 800 pixels. The window need not be shown. An empty text for success, else what went wrong, in words.
+QString WriteScene(MainWindow& window, const QSize& size, const QString& path);
 
 /// Writes several pictures into a folder, which is made if need be, showing what the gallery can do; the paths of those
 /// that were written go to `paths`. An empty text for success, else what went wrong, in words.

@@ -93,6 +93,7 @@ TEST(NoOpenGl, EverythingElseGoesOn) {
         form.canvas->PolyPolyline3D(TlistOFxyzArray());
         form.canvas->Refresh();
         EXPECT_FALSE(form.canvas->Select(10, 10));
+        EXPECT_TRUE(form.canvas->Picture({10, 10}).isNull());
         EXPECT_FALSE(form.canvas->CheckCurrent());
         QTest::mouseClick(form.control, Qt::LeftButton, Qt::NoModifier, QPoint(20, 20));
         EXPECT_EQ(pressed, 1);
@@ -101,6 +102,7 @@ TEST(NoOpenGl, EverythingElseGoesOn) {
         form.control->PAint();
         form.canvas->SetWinControl(nullptr);
         EXPECT_EQ(form.canvas->Getdc(), nullptr);
+        EXPECT_TRUE(form.canvas->Picture({10, 10}).isNull());
         form.canvas->SetWinControl(form.control);
         delete box;
         delete light;

@@ -62,6 +62,17 @@ TEST(GalleryProgram, WritesAPictureOfItsWindow) {
     EXPECT_GT(image.pixelColor(1090, 700).lightness(), 150) << "the panel beside it";
 }
 
+TEST(GalleryProgram, WritesItsSceneLargerThanTheScreen) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("scene.png");
+    const Result result = run({"--picture", path, "--size", "3000x2000"});
+    EXPECT_EQ(result.code, 0) << result.errors.toStdString();
+    const QImage image(path);
+    ASSERT_EQ(image.size(), QSize(3000, 2000));
+    EXPECT_LT(image.pixelColor(20, 20).lightness(), 80);
+    EXPECT_GT(colorsOf(image), 100);
+}
+
 TEST(GalleryProgram, WritesSeveralPicturesAndSaysWhere) {
     const QTemporaryDir folder;
     const Result result = run({"--pictures", folder.filePath("a/b")});
@@ -123,6 +134,10 @@ TEST(GalleryProgram, RefusesWhatItDoesNotKnow) {
                                          {"--frames", "a", "--pictures", "b"},
                                          {"--frames", "a", "--count", "0"},
                                          {"--frames", "a", "--count", "many"},
+                                         {"--picture", "a.png", "--size", "large"},
+                                         {"--picture", "a.png", "--size", "0x5"},
+                                         {"--picture", "a.png", "--size", "100000x5"},
+                                         {"--size", "10x10"},
                                          {"--count", "3"}}) {
         const Result result = run(arguments, false);
         EXPECT_EQ(result.code, 2) << arguments.join(' ').toStdString();

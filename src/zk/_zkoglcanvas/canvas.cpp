@@ -359,11 +359,15 @@ void TZkOglCanvas::BeginPaint() {
         context_->Keep();
 }
 
-void TZkOglCanvas::drawPicture() {
+void TZkOglCanvas::clear() {
     const GlColor background = ToGlColor(backgroundColor_);
     glClearColor(background[0], background[1], background[2], background[3]);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     OGLError();
+}
+
+void TZkOglCanvas::drawPicture() {
+    clear();
     beginLayer();
     playScenes();
 }

@@ -7,9 +7,11 @@
 #include <zk/host/glsurface.h>
 
 #include <QColor>
+#include <QImage>
 #include <QPointF>
 #include <QPointer>
 #include <QRect>
+#include <QSize>
 #include <QWidget>
 
 #include <functional>
@@ -118,6 +120,22 @@ class TZkOglCanvas : public TZKDevice {
     bool GetSelectEnabled() const { return selectEnabled_; }
     /// Whether the control looks for the shape under the pointer on every mouse event; on at first.
     Q_SLOT void SetSelectEnabled(bool enabled) { selectEnabled_ = enabled; }
+
+    // --- pictures without a window (canvas_picture.cpp) ---
+
+    /// The scenes as a control of `size` pixels would show them on a display of `pixelRatio` pixels to the
+    /// device-independent one: `Picture({4 * width, 4 * height}, 4)` is the picture of a control of `width` x `height`
+    /// four times as fine, and without the ratio a larger size shows more of the world. May be larger than the screen;
+    /// for saving and for printing.
+    ///
+    /// The window, if there is one, stays as it is. A canvas without a control draws into one that is never shown, for
+    /// which the window system is needed all the same. What is drawn in 2D over the picture is not in it; lines and
+    /// points are as many pixels wide as on the screen. Handlers run as in a repaint.
+    ///
+    /// Null (`QImage::isNull`) for an empty size or a ratio that is not positive, within a repaint or a pick, without
+    /// OpenGL or framebuffer objects in the driver, and where there is no memory: the picture takes 4 bytes for each
+    /// pixel.
+    QImage Picture(const QSize& size, double pixelRatio = 1);
 
     // --- scenes (canvas.cpp) ---
 
@@ -343,7 +361,10 @@ class TZkOglCanvas : public TZKDevice {
     void applyModelTransform();
     void rebindScenes();
     void dropTexture(const TPixels& pixels);
+    void clear();
     void drawPicture();
+    QImage pictureOfContext(const QSize& size, double pixelRatio);
+    bool drawParts(QImage& picture, double pixelRatio);
     void playScenes();
     void setClipPlanesAround(const TXY& point, double halfWidth);
     TXY projectionPoint(const QPointF& pixel) const;
