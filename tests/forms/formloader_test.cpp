@@ -1,6 +1,7 @@
 #include "allcomponents.h"
 #include "print.h"
 
+#include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas.h>
 #include <zk/_zkoglextools.h>
 #include <zk/_zkogltools.h>
@@ -288,6 +289,58 @@ TEST_F(FormLoaderTest, ValuesMayComeInWhateverOrder) {
         way->TimerDoTimer(nullptr);
         EXPECT_EQ(way->Position(), 0.2) << name;
     }
+}
+
+TEST_F(FormLoaderTest, ADelayDividesTheRunOfTheForm) {
+    const QByteArray delay = property("TimerDelay", "<number>30</number>");
+    const QByteArray run = property("HowLong", "<number>3000</number>");
+    const QByteArray points = property(
+        "Points", "<stringlist><string>0/0/0</string><string>1/0/0</string><string>0/0/0</string></stringlist>");
+    load(component("TZKOglWay", "a", delay + points + run) + component("TZKOglWay", "b", run + points + delay) +
+         component("TZKOglWay", "c", points + delay));
+    TZKOglWay code;
+    code.SetData({"0/0/0", "1/0/0", "0/0/0"});
+    code.SetHowLong(3000);
+    code.SetTimerDelay(30);
+    for (const char* name : {"a", "b"}) {
+        EXPECT_EQ(find<TZKOglWay>(name)->GetTimerDelay(), 30) << name;
+        EXPECT_EQ(find<TZKOglWay>(name)->Step(), code.Step()) << name;
+    }
+    EXPECT_EQ(find<TZKOglWay>("c")->GetTimerDelay(), 25) << "the divisor of the run that a new way has";
+    // As a form designer reads it, value by value.
+    TZKOglWay designed;
+    designed.SetDesigning(true);
+    designed.setProperty("TimerDelay", 30);
+    EXPECT_EQ(designed.GetTimerDelay(), 25);
+    designed.setProperty("HowLong", 3000);
+    EXPECT_EQ(designed.GetTimerDelay(), 30);
+    TZKOglWay running;
+    running.setProperty("TimerDelay", 30);
+    running.setProperty("HowLong", 3000);
+    EXPECT_EQ(running.GetTimerDelay(), 25) << "by choice";
+}
+
+TEST_F(FormLoaderTest, PointsThatAreNoneAreToldOnceWhateverIsComputedOfThem) {
+    load(component("TZKOglWay", "way",
+                   property("Points", "<stringlist><string>here</string></stringlist>") +
+                       property("TimerDelay", "<number>100</number>") + property("HowLong", "<number>1000</number>") +
+                       property("Active", "<bool>true</bool>")));
+    EXPECT_EQ(faults(), QStringList{"way.Points = \"here\": 'here' is not a point: 'here' is not a valid floating "
+                                    "point value"});
+    EXPECT_EQ(find<TZKOglWay>("way")->GetHowLong(), 1000);
+    EXPECT_EQ(find<TZKOglWay>("way")->GetTimerDelay(), 100);
+}
+
+TEST_F(FormLoaderTest, TheNavigatorTakesTheViewOfTheWholeForm) {
+    const QByteArray canvas = component(
+        "TZkOglCanvas", "canvas", property("RotateBy", "<double>30</double>") + reference("RotationLine", "1/1/0"));
+    const QByteArray nav = component("TZKOglNav", "nav", reference("ZkOglCanvas", "canvas"));
+    load(canvas + nav);
+    const TBAse base = find<TZKOglNav>("nav")->GetBase();
+    EXPECT_NE(base.XAxis, Unitbase.XAxis);
+    load(nav + canvas);
+    EXPECT_EQ(find<TZKOglNav>("nav")->GetBase().XAxis, base.XAxis);
+    EXPECT_EQ(find<TZKOglNav>("nav")->GetBase().YAxis, base.YAxis);
 }
 
 TEST_F(FormLoaderTest, PointsAreReadInEveryCountry) {

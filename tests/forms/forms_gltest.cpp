@@ -3,6 +3,7 @@
 #include "glform.h"
 #include "glrecorder.h"
 #include "ui_allcomponents.h"
+#include "ui_faulty.h"
 
 #include <zk/forms.h>
 
@@ -197,6 +198,50 @@ TEST_F(Forms, AThousandShapesAreOneRepaint) {
     EXPECT_EQ(scene->GetShapeCount(), 1000);
     EXPECT_EQ(compilations, 1);
     EXPECT_EQ(calls.Count("glClear"), 2) << "the first repaint in a new size draws twice";
+}
+
+TEST_F(Forms, LightsDecideHowFinelyFacesAreDividedWhateverComesFirst) {
+    const QByteArray light = R"(<widget class="zk::TZKOglLight" name="lamp"><property name="ZkOglCanvas"><cstring>canvas
+        </cstring></property><property name="Enabled"><bool>true</bool></property></widget>)";
+    const QByteArray control = R"(<widget class="zk::TZKOglControl" name="control"/>)";
+    const QByteArray canvas =
+        R"(<widget class="zk::TZkOglCanvas" name="canvas"><property name="WinControl"><cstring>control
+        </cstring></property><property name="DefaultTriangleResolution"><double>0.5</double></property></widget>)";
+    for (const QByteArray& parts : {light + control + canvas, canvas + control + light, control + light + canvas}) {
+        QByteArray text = R"(<ui version="4.0"><widget class="QWidget" name="Form">)" + parts + "</widget></ui>";
+        text.replace("\n        </cstring>", "</cstring>");
+        const std::unique_ptr<QWidget> form = loaded(text);
+        auto* made = form->findChild<TZkOglCanvas*>();
+        ASSERT_TRUE(made->HasContext());
+        EXPECT_EQ(made->GetDefaultTriangleResolution(), 0.5);
+        EXPECT_EQ(made->GetTriangleResolution(), 0) << "a light that is no spot needs no fine faces";
+    }
+}
+
+TEST_F(Forms, FaultsInAFormThatUicMade) {
+    {
+        QWidget window;
+        Ui::Faulty ui;
+        ui.setupUi(&window);
+        pictureOf(window);
+        EXPECT_EQ(ui.box->GetA(), 2);
+        EXPECT_EQ(ui.box->GetTranslation(), (TXYZ{0, 0, 0}));
+        EXPECT_EQ(ui.box->GetDisplayList(), nullptr);
+        EXPECT_EQ(ui.mirror->GetReference(), nullptr);
+        EXPECT_EQ(ui.scene->GetZkOglCanvas(), ui.canvas);
+    }
+    const QStringList told = messages.Take();
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_EQ(
+        told[0].split('\n'),
+        (QStringList{"box.TransformBy = \"1/x/3\": '1/x/3' is not a point: 'x' is not a valid floating point value",
+                     "box.RotationPoint = \"\": '' is not a point: '' is not a valid floating point value",
+                     "box.Hue = \"7\": there is no such property",
+                     "box.Attributes.Material.Gloss = \"0.5\": there is no such property",
+                     "way.Points = \"1/1\": '1/1' is not a point: '' is not a valid floating point value",
+                     "mirror.ReferenceShape = \"mirror\":  Zyklischer Verweis ",
+                     "box.Scene = \"nothing\": there is no component of that name",
+                     "ball.Scene = \"canvas\": this is a zk::TZkOglCanvas, not a zk::TDisplayList"}));
 }
 
 TEST_F(Forms, ALanguageChangeResetsNothingThatTheUserChanged) {

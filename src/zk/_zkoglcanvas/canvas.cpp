@@ -462,6 +462,16 @@ void TZkOglCanvas::writeWinControl(const ComponentRef& ref) {
     WriteReference(*this, "WinControl", ref, [this](QObject* object) { SetWinControl(static_cast<QWidget*>(object)); });
 }
 
+// Lights that shine decide which resolution is in force, also those that a form has before this value.
+void TZkOglCanvas::writeDefaultResolution(double perimeter) {
+    SetDefaultTriangleResolution(perimeter);
+    if (!FormReading::IsReading(*this))
+        return;
+    for (Tlight* light : lightList())
+        if (const auto* shines = qobject_cast<TZKOglLight*>(light); shines && shines->GetEnabled())
+            light->SetSpotCutOff(light->getSpotCutOff());
+}
+
 // The zoom is of the default, whichever of the two a form has first.
 void TZkOglCanvas::writeZoomFactor(double factor) {
     SetZoomFactor(factor);

@@ -54,7 +54,7 @@ class TZkOglCanvas : public TZKDevice {
     Q_OBJECT
     Q_PROPERTY(zk::ComponentRef WinControl READ readWinControl WRITE writeWinControl)
     Q_PROPERTY(double UnitsPerCM READ GetUnitsPerCm WRITE SetUnitsPerCm)
-    Q_PROPERTY(double DefaultTriangleResolution READ GetDefaultTriangleResolution WRITE SetDefaultTriangleResolution)
+    Q_PROPERTY(double DefaultTriangleResolution READ GetDefaultTriangleResolution WRITE writeDefaultResolution)
     Q_PROPERTY(bool AutoCompile READ GetAutoCompile WRITE SetAutoCompile)
     Q_PROPERTY(bool LightModelTwoSided READ GetLightModelTwoSided WRITE SetLightModelTwoSided)
     Q_PROPERTY(QColor BackgroundColor READ GetBackgroundQColor WRITE SetBackgroundQColor)
@@ -342,6 +342,7 @@ class TZkOglCanvas : public TZKDevice {
 
     ComponentRef readWinControl() const;
     void writeWinControl(const ComponentRef& ref);
+    void writeDefaultResolution(double perimeter);
     void writeZoomFactor(double factor);
     void writeDefaultUnitsPerCM(double unitsPerCm);
     void writeTranslation(const QString& text);

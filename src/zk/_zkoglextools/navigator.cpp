@@ -176,6 +176,12 @@ void TZKOglNav::SetZkOglCanvas(TZkOglCanvas* C) {
     update();
 }
 
+void TZKOglNav::Loaded() {
+    ComponentBase::Loaded();
+    if (zkOglCanvas_)
+        SetZkOglCanvas(zkOglCanvas_);
+}
+
 void TZKOglNav::Notification(QObject* component, TOperation operation) {
     ComponentBase::Notification(component, operation);
     if (operation != TOperation::opRemove)

@@ -79,6 +79,8 @@ class TZKOglNav : public QWidget, public ComponentBase {
     virtual void Paint();
 
     void Notification(QObject* component, TOperation operation) override;
+    /// The cube takes the axes that the canvas has when all values of the form are there.
+    void Loaded() override;
     QSize sizeHint() const override { return {120, 120}; }
     QSize minimumSizeHint() const override { return {40, 40}; }
 

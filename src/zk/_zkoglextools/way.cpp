@@ -73,8 +73,12 @@ void TZKOglWay::SetHowLong(std::int32_t Value) {
 void TZKOglWay::SetTimerDelay(std::int32_t Value) {
     if (Value == timerDelay_ || timerDelay_ < 1)
         return;
-    timerDelay_ = std::int32_t(NearestDivisor(howLong_, Value).value_or(Value));
-    timer_.SetInterval(Value);
+    takeDelay(Value);
+}
+
+void TZKOglWay::takeDelay(std::int32_t wanted) {
+    timerDelay_ = std::int32_t(NearestDivisor(howLong_, wanted).value_or(wanted));
+    timer_.SetInterval(wanted);
     computeStep();
 }
 
@@ -133,6 +137,31 @@ void TZKOglWay::Loaded() {
 }
 
 // --- the properties of forms ----------------------------------------------------------------------------------------
+
+// A form has the delay before the length of a run that it is to divide: it is taken again when that comes, in a form
+// designer as well. Points that are none keep the step from being computed; while a form is read that is told with
+// them.
+void TZKOglWay::writeTimerDelay(int milliseconds) {
+    delayOfForm_ = milliseconds;
+    try {
+        SetTimerDelay(milliseconds);
+    } catch (const EConvertError&) {
+        if (!FormReading::IsReading(*this))
+            throw;
+    }
+}
+
+void TZKOglWay::writeHowLong(int milliseconds) {
+    const bool ofForm = FormReading::IsReading(*this);
+    try {
+        SetHowLong(milliseconds);
+        if (delayOfForm_ > 0 && timerDelay_ > 0 && howLong_ > 0 && (ofForm || (ComponentState() & csDesigning)))
+            takeDelay(delayOfForm_);
+    } catch (const EConvertError&) {
+        if (!ofForm)
+            throw;
+    }
+}
 
 void TZKOglWay::writePoints(const QStringList& points) {
     SetData(PointTextsOfForm(*this, points));

@@ -29,10 +29,10 @@ namespace zk {
 /// Its clock is a `TTimer`: it stands still with its window, and its time can be driven.
 class TZKOglWay : public TZkShape {
     Q_OBJECT
-    Q_PROPERTY(int TimerDelay READ GetTimerDelay WRITE SetTimerDelay)
+    Q_PROPERTY(int TimerDelay READ GetTimerDelay WRITE writeTimerDelay)
     Q_PROPERTY(QStringList Points READ GetData WRITE writePoints)
     Q_PROPERTY(bool Active READ GetActive WRITE SetActive)
-    Q_PROPERTY(int HowLong READ GetHowLong WRITE SetHowLong)
+    Q_PROPERTY(int HowLong READ GetHowLong WRITE writeHowLong)
     Q_PROPERTY(QString Center READ GetCenter WRITE writeCenter)
   public:
     /// Stopped, without points, 5000 milliseconds long with a tick every 500, about the zero point.
@@ -98,6 +98,9 @@ class TZKOglWay : public TZkShape {
     void OnTimer(QObject* sender);
 
   private:
+    void takeDelay(std::int32_t wanted);
+    void writeTimerDelay(int milliseconds);
+    void writeHowLong(int milliseconds);
     void writePoints(const QStringList& points);
     void writeCenter(const QString& center);
     void computeStep();
@@ -107,6 +110,7 @@ class TZKOglWay : public TZkShape {
     double step_ = 0;
     TTimer timer_;
     std::int32_t timerDelay_ = 500;
+    std::int32_t delayOfForm_ = 0;  // as it was written last through the property, 0 for never
     QStringList points_;
     bool active_ = false;
     std::int32_t howLong_ = 5000;
