@@ -1,6 +1,7 @@
 # One unit = one folder = one target. A unit names the units below it, and CMake then lets it include those only.
 
 include_guard(GLOBAL)
+include(GNUInstallDirs)
 
 add_library(zk_options INTERFACE)
 target_compile_features(zk_options INTERFACE cxx_std_20)
@@ -17,18 +18,55 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   endif()
 endif()
 
-# zk_add_unit(<name> SOURCES <file>... [DEPENDS <unit or library>...] [QT])
+# zk_add_unit(<name> SOURCES <file>... [DEPENDS <unit or library>...] [INTERNAL <header>...] [QT])
 #   QT: the unit has classes that moc must read.
+#   INTERNAL: headers that are not installed. They are for the unit's own sources.
+#   What is installed belongs to the component Geometry, if the unit has no QT, or Core.
 function(zk_add_unit name)
-  cmake_parse_arguments(PARSE_ARGV 1 unit "QT" "" "SOURCES;DEPENDS")
+  cmake_parse_arguments(PARSE_ARGV 1 unit "QT" "" "SOURCES;DEPENDS;INTERNAL")
   add_library(${name} ${unit_SOURCES})
   add_library(ZKOgl::${name} ALIAS ${name})
   target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>")
   target_link_libraries(${name} PUBLIC ${unit_DEPENDS} PRIVATE $<BUILD_INTERFACE:zk_options>)
   target_compile_features(${name} PUBLIC cxx_std_20)
   set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  set(component Geometry)
   if(unit_QT)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    set(component Core)
+  endif()
+  zk_install_unit(${name} ${component} "${unit_INTERNAL}")
+endfunction()
+
+# The library as libzkogl_<unit> with the headers of its folder, and of the one header for all of them.
+function(zk_install_unit name component internal)
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME folder)
+  string(REGEX REPLACE "^_" "" plain ${folder})
+  set_target_properties(${name} PROPERTIES OUTPUT_NAME zkogl_${plain})
+  if(NOT ZKOGL_INSTALL)
+    return()
+  endif()
+  install(TARGETS ${name} EXPORT ZKOgl${component}Targets COMPONENT development
+    ARCHIVE LIBRARY RUNTIME
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zkogl)
+  set(leave_out "")
+  foreach(header IN LISTS internal)
+    list(APPEND leave_out PATTERN ${header} EXCLUDE)
+  endforeach()
+  install(DIRECTORY . DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zkogl/zk/${folder} COMPONENT development
+    FILES_MATCHING PATTERN *.h ${leave_out} PATTERN metafile EXCLUDE)
+  install(FILES ../${folder}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zkogl/zk COMPONENT development)
+endfunction()
+
+# zk_add_component(<name> <unit>...): what a program links to have them all, ZKOgl::<name>.
+function(zk_add_component name)
+  string(TOLOWER zkogl_${name} target)
+  add_library(${target} INTERFACE)
+  add_library(ZKOgl::${name} ALIAS ${target})
+  target_link_libraries(${target} INTERFACE ${ARGN})
+  set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+  if(ZKOGL_INSTALL)
+    install(TARGETS ${target} EXPORT ZKOgl${name}Targets COMPONENT development)
   endif()
 endfunction()
 
