@@ -376,6 +376,23 @@ TEST_F(FormLoaderTest, ComponentsWhoseWidgetCannotBeMadeBelongToTheForm) {
     EXPECT_EQ(faults(), QStringList{"what = \"Unknown\": there is no such class"});
 }
 
+TEST_F(FormLoaderTest, ThoseKeepTheOrderOfTheFile) {
+    QByteArray parts;
+    QStringList names;
+    for (int i = 0; i < 20; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        parts += R"(<widget class="Unknown" name="what)" + number + "\">" + component("TZKOglBox", "box" + number) +
+                 "</widget>";
+        names << QStringLiteral("box%1").arg(i);
+    }
+    QWidget* form = load(parts);
+    QStringList made;
+    for (const QObject* child : form->children())
+        if (qobject_cast<const TZKOglBox*>(child))
+            made << child->objectName();
+    EXPECT_EQ(made, names);
+}
+
 TEST_F(FormLoaderTest, FilesThatAreNoForms) {
     const std::vector<std::pair<QByteArray, const char*>> files = {
         {"", "document"},

@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QUiLoader>
 
+#include <algorithm>
 #include <utility>
 
 namespace zk {
@@ -75,9 +76,12 @@ void Builder::make(std::size_t index, QObject* owner) {
 
 void Builder::Finish(QWidget& form) {
     const QPointer<QWidget> self = &form;
-    for (const QList<std::size_t>& rest : std::exchange(held_, {}))
-        for (const std::size_t index : rest)
-            make(index, &form);
+    QList<std::size_t> rest;
+    for (const QList<std::size_t>& held : std::exchange(held_, {}))
+        rest += held;
+    std::sort(rest.begin(), rest.end());
+    for (const std::size_t index : rest)
+        make(index, &form);
     for (std::size_t i = 0; i < made_.size() && self; ++i)
         write(made_[i], text_.Components[i]);
     for (const auto& [control, entry] : madeControls_)

@@ -21,16 +21,22 @@ std::vector<Declared>& declared() {
     return all;
 }
 
+// Once in a process, in which a plugin may have these classes a second time.
+template <class From, class To, class Function>
+void convert(Function function) {
+    if (!QMetaType::hasRegisteredConverterFunction<From, To>())
+        QMetaType::registerConverter<From, To>(function);
+}
+
 const struct Converters {
     Converters() {
         RegisterReferenceTarget<QObject>();
         RegisterReferenceTarget<QWidget>();
-        QMetaType::registerConverter<QString, ComponentRef>(&ComponentRef::Named);
-        QMetaType::registerConverter<QByteArray, ComponentRef>(
+        convert<QString, ComponentRef>(&ComponentRef::Named);
+        convert<QByteArray, ComponentRef>(
             [](const QByteArray& name) { return ComponentRef::Named(QString::fromUtf8(name)); });
-        QMetaType::registerConverter<ComponentRef, QString>(&ComponentRef::Name);
-        QMetaType::registerConverter<ComponentRef, QByteArray>(
-            [](const ComponentRef& ref) { return ref.Name().toUtf8(); });
+        convert<ComponentRef, QString>([](const ComponentRef& ref) { return ref.Name(); });
+        convert<ComponentRef, QByteArray>([](const ComponentRef& ref) { return ref.Name().toUtf8(); });
     }
 } converters;
 
