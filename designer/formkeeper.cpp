@@ -14,6 +14,7 @@
 #include <QSplitter>
 #include <QUndoStack>
 #include <QWidget>
+#include <QWindow>
 #include <QXmlStreamReader>
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
@@ -98,8 +99,28 @@ void FormKeeper::Resolve() {
     if (!changed)
         return;
     for (QWidget* widget : Widgets()) {  // a scene that is taken from a canvas stays in the canvas's picture
-        if (auto* canvas = qobject_cast<TZkOglCanvas*>(StandIn::Running(widget)))
+        if (auto* canvas = qobject_cast<TZkOglCanvas*>(StandIn::Running(widget))) {
+            keepIconsAbove(canvas->GetWinControl());
             canvas->Refresh();
+        }
+    }
+}
+
+// What holds a picture is a window of the window system, and so is everything beside it from then on, one above the
+// other in the order in which they became windows. An icon that lies over a picture must not vanish behind it.
+void FormKeeper::keepIconsAbove(QWidget* control) {
+    for (QWidget* widget = control; widget && widget != form_->mainContainer(); widget = widget->parentWidget()) {
+        if (!widget->windowHandle() || !widget->parentWidget())
+            return;
+        bool icon = false;
+        bool other = false;
+        for (QObject* child : widget->parentWidget()->children()) {
+            auto* const sibling = qobject_cast<QWidget*>(child);
+            if (sibling && sibling != widget && Has(sibling) && sibling->geometry().intersects(widget->geometry()))
+                (dynamic_cast<StandIn*>(sibling) ? icon : other) = true;
+        }
+        if (icon && !other)
+            widget->windowHandle()->lower();
     }
 }
 

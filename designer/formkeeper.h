@@ -42,6 +42,7 @@ class FormKeeper : public QObject {
 
     void followPaste();
     void leaveLayouts();
+    void keepIconsAbove(QWidget* control);
     QList<QWidget*> icons() const;
 
     QDesignerFormWindowInterface* form_;

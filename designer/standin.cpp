@@ -19,6 +19,7 @@ StandIn::StandIn(QObject* component, const QPixmap& picture, QWidget* parent)
     : QWidget(parent), component_(component), picture_(picture) {
     component->setParent(this);
     resize(IconSize());
+    setAutoFillBackground(true);  // it may stand over a picture, which does not shine through
     connect(this, &QObject::objectNameChanged, this, [this](const QString& name) {
         if (component_)
             component_->setObjectName(name);  // a preview looks for it by its name

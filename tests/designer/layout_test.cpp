@@ -1,6 +1,7 @@
 // Icons of components never stand in a layout: the compiled form could not put them there.
 #include "formeditor.h"
 
+#include <QHash>
 #include <QLayout>
 #include <QRegularExpression>
 #include <QSplitter>
@@ -23,15 +24,16 @@ class LayoutTest : public testing::TestWithParam<int> {
             "<widget class=\"QPushButton\" name=\"second\"><property "
             "name=\"geometry\"><rect><x>10</x><y>60</y><width>80"
             "</width><height>30</height></rect></property></widget>" +
-            WidgetText("TZKOglBox", "box") + WidgetText("TZKOglScene", "scene"))));
-        place = editor.Widget("box")->geometry();
+            WidgetText("TZKOglBox", "box").replace("<x>10<", "<x>100<") +
+            WidgetText("TZKOglScene", "scene").replace("<x>10<", "<x>200<"))));
+        places = {{"box", editor.Widget("box")->geometry()}, {"scene", editor.Widget("scene")->geometry()}};
     }
     void TearDown() override {
         for (const char* const name : {"box", "scene"}) {
             ASSERT_TRUE(editor.Widget(name));
             EXPECT_TRUE(editor.Widget(name)->isVisibleTo(editor.Form()));
             EXPECT_EQ(editor.Widget(name)->parentWidget(), editor.Form()->mainContainer());
-            EXPECT_EQ(editor.Widget(name)->geometry(), place);
+            EXPECT_EQ(editor.Widget(name)->geometry(), places[name]);
         }
         // In the file, too: an icon is within the form's element, and in none of a layout's.
         const QString saved = editor.Save();
@@ -47,7 +49,7 @@ class LayoutTest : public testing::TestWithParam<int> {
     }
 
     FormEditor editor;
-    QRect place;
+    QHash<QString, QRect> places;
 };
 
 class FormLayoutTest : public LayoutTest {};  // a form is no splitter

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QColor>
+#include <QFile>
 #include <QLabel>
 #include <QScreen>
 #include <QTest>
@@ -138,6 +139,18 @@ TEST_F(LiveTest, FormsOpenAndCloseWithoutLeavingAnything) {
     }
     settle();
     EXPECT_LE(QApplication::allWidgets().size(), widgets + 2);
+}
+
+TEST_F(LiveTest, IconsLieOverThePicture) {
+    QFile file(QStringLiteral(ZKOGL_EXAMPLES "/form/scene.ui"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(editor.Open(QString::fromUtf8(file.readAll())));
+    settle();
+    const QColor plain = editor.Widget("canvas")->palette().color(QPalette::Window);
+    for (const char* const name : {"canvas", "lamp", "scene", "box", "cone"}) {
+        ASSERT_TRUE(editor.Widget("control")->geometry().contains(editor.Widget(name)->geometry())) << name;
+        EXPECT_EQ(seen(name).pixelColor(10, 10), plain) << name;
+    }
 }
 
 // A preview is a running form: no icons, bound components, events. The click reaches the shape under the pointer.
