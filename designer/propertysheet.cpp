@@ -7,6 +7,7 @@
 #include <zk/_zkcomtypes/enums.h>
 #include <zk/host/message.h>
 
+#include <QLocale>
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
 #include <QtDesigner/QDesignerPropertyEditorInterface>
@@ -383,12 +384,23 @@ QVariant ComponentSheet::property(int index) const {
 void ComponentSheet::writeText(Field& f, const QByteArray& text) {
     f.text = QByteArray();
     f.told = false;
+    const QString asWritten = QString::fromUtf8(text);
+    QString here = asWritten;  // a form may have been made where numbers are written in another way
+    const QString point = QLocale().decimalPoint();
+    here.replace(QLatin1Char('.'), point).replace(QLatin1Char(','), point);
     try {
-        f.property.write(f.object, QString::fromUtf8(text));
+        f.property.write(f.object, asWritten);
+        return;
     } catch (const std::exception& error) {
         // It stays as it was written, so that it can be put right, and nothing of a form's file gets lost.
         f.text = text;
-        tell(f, QString::fromUtf8(text), QString::fromUtf8(error.what()).trimmed());
+        if (here == asWritten)
+            return tell(f, asWritten, QString::fromUtf8(error.what()).trimmed());
+    }
+    try {
+        f.property.write(f.object, here);
+    } catch (const std::exception& error) {
+        tell(f, asWritten, QString::fromUtf8(error.what()).trimmed());
     }
 }
 

@@ -2,6 +2,7 @@
 #include "formeditor.h"
 
 #include <QColor>
+#include <QLocale>
 #include <QMetaProperty>
 #include <QUndoStack>
 #include <QtDesigner/QDesignerPropertySheetExtension>
@@ -184,6 +185,22 @@ TEST(FaultTest, AFormWithFaultsOpensTellsEachOnceAndLosesNothing) {
         EXPECT_TRUE(saved.contains(QLatin1String(text))) << text;
     editor.Set("box", "Length", 3.0);
     EXPECT_EQ(FormEditor::TakeMessages(), QStringList()) << "each is told once";
+}
+
+TEST(LocaleTest, AFormFromElsewhereIsReadAndStaysAsItIs) {
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    {
+        FormEditor editor;
+        ASSERT_TRUE(editor.Open(FormText(WidgetText(
+            "TZKOglBox", "box", "<property name=\"TransformBy\" stdset=\"0\"><cstring>0.5/1/2</cstring></property>"))));
+        EXPECT_EQ(editor.Component("box")->property("TransformBy").toString(), "0,5/1/2");
+        EXPECT_TRUE(editor.Save().contains("<cstring>0.5/1/2</cstring>"));
+        editor.Set("box", "RotationPoint", QByteArray("1,5/0/0"));
+        EXPECT_EQ(editor.Component("box")->property("RotationPoint").toString(), "1,5/0/0");
+        EXPECT_EQ(FormEditor::TakeMessages(), QStringList());
+    }
+    QLocale::setDefault(before);
 }
 
 }  // namespace
