@@ -219,16 +219,16 @@ void FormKeeper::leaveLayouts() {
 // What is pasted gets new names where the old ones are taken. References among the pasted components follow; the names
 // that they had are in the clipboard, in the order in which the components were made.
 void FormKeeper::followPaste() {
-    QSet<const QObject*> now;
     QList<QWidget*> added;
     for (QWidget* widget : Widgets()) {
-        now.insert(widget);
-        if (!known_.contains(widget) && ComponentSheet::Of(widget))
-            added.append(widget);
+        if (!ComponentSheet::Of(widget) || known_.contains(widget))
+            continue;  // one that an undo brings back is known, too
+        added.append(widget);
+        known_.insert(widget);
+        connect(widget, &QObject::destroyed, this, [this](const QObject* gone) { known_.remove(gone); });
     }
-    std::swap(known_, now);
-    if (added.isEmpty())
-        return;
+    if (added.isEmpty() || !form_->commandHistory()->canUndo())
+        return;  // what a file brings has its own names, whatever is in the clipboard
 
     QList<std::pair<QString, QString>> copied;  // class and name
     QXmlStreamReader xml(QGuiApplication::clipboard()->text());

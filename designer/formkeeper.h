@@ -48,7 +48,7 @@ class FormKeeper : public QObject {
     QDesignerFormWindowInterface* form_;
     bool scheduled_ = false;
     bool layingOut_ = false;
-    QSet<const QObject*> known_;  ///< what was on the form when it was last looked at; never followed
+    QSet<const QObject*> known_;  ///< the components that have been on the form
 };
 
 }  // namespace zk

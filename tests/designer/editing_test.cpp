@@ -115,6 +115,23 @@ TEST_F(EditingTest, PastedComponentsReferToEachOther) {
     EXPECT_EQ(bound("box_2", "Scene"), "scene_2");
 }
 
+TEST_F(EditingTest, TheClipboardIsNothingToAFormThatIsOpened) {
+    add("TZKOglScene", "front");
+    add("TZKOglScene", "back");
+    add("TZKOglBox", "box");
+    editor.Select({"front", "back", "box"});
+    editor.Copy();
+    const QString back = WidgetText("TZKOglScene", "back");
+    const QString front = WidgetText("TZKOglScene", "front");
+    const QString box =
+        WidgetText("TZKOglBox", "box", "<property name=\"Scene\" stdset=\"0\"><cstring>back</cstring></property>");
+    for (const QString& scenes : {back + front, front + back}) {  // one of them in the clipboard's order
+        ASSERT_TRUE(editor.Open(FormText(scenes + box)));
+        EXPECT_EQ(reference("box", "Scene"), "back");
+        EXPECT_EQ(bound("box", "Scene"), "back");
+    }
+}
+
 TEST_F(EditingTest, APastedComponentAloneRefersToTheOriginal) {
     add("TZKOglScene", "scene");
     add("TZKOglBox", "box");
