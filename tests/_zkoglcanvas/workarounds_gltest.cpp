@@ -13,6 +13,10 @@
 #include <QWindow>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 using namespace zk;
 using namespace zk::test;
 
@@ -34,7 +38,7 @@ class Off {
 };
 
 constexpr Workaround all[] = {Workaround::SelectionLists, Workaround::KeptPicture, Workaround::NewSize,
-                              Workaround::DesktopOpenGl, Workaround::SurfaceType};
+                              Workaround::DesktopOpenGl,  Workaround::ListStrips,  Workaround::SurfaceType};
 
 }  // namespace
 
@@ -158,6 +162,30 @@ TEST(Workarounds, DesktopOpenGlIsAskedFor) {
     EXPECT_EQ(GlSurface::RequestedFormat().renderableType(), QSurfaceFormat::DefaultRenderableType);
     GlForm form;  // here the default is the same
     EXPECT_FALSE(QOpenGLContext::currentContext()->isOpenGLES());
+}
+
+TEST(Workarounds, ListStripsEndInATriangle) {
+    GlForm form;
+    TZKOglScene* scene = form.AddScene();
+    auto* sphere = new TZKOglSphere(form.window.get());
+    auto* cone = new TZKOglCylinder(form.window.get());
+    const auto triangles = [&](TCustomShape* shape) {
+        shape->SetDisplayList(scene);
+        GlRecorder recorder;
+        scene->DoUpdateNow();
+        shape->SetDisplayList(nullptr);
+        const std::vector<std::string>& calls = recorder.Calls();
+        return std::count(calls.begin(), calls.end(), "glBegin(" + std::to_string(GL_TRIANGLES) + ")");
+    };
+    EXPECT_EQ(triangles(sphere), 1);
+    EXPECT_EQ(triangles(cone), 2) << "the upper end is translated, which ends what is below it";
+    EXPECT_EQ(triangles(form.AddBox(scene, 0, {1, 1, 1}, {0, 0, 0})), 0) << "one run of faces";
+    sphere->getAttributes()->getPolyStyle()->SetMode(glpoint);
+    EXPECT_EQ(triangles(sphere), 0) << "its corners would be seen";
+    sphere->getAttributes()->getPolyStyle()->SetMode(glfill);
+    const Off off(Workaround::ListStrips);
+    EXPECT_EQ(triangles(sphere), 0);
+    EXPECT_EQ(triangles(cone), 0);
 }
 
 TEST(Workarounds, SurfaceTypeTheWindowIsMadeAnew) {

@@ -45,7 +45,7 @@ QString profileOf(const QSurfaceFormat& format) {
 QString namesOf(bool on) {
     QStringList names;
     for (const Workaround workaround : {Workaround::SelectionLists, Workaround::KeptPicture, Workaround::NewSize,
-                                        Workaround::DesktopOpenGl, Workaround::SurfaceType})
+                                        Workaround::DesktopOpenGl, Workaround::ListStrips, Workaround::SurfaceType})
         if (IsOn(workaround) == on)
             names += QString::fromUtf8(NameOf(workaround).data());
     return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));

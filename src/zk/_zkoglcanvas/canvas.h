@@ -379,6 +379,7 @@ class TZkOglCanvas : public TZKDevice {
     void showLayer();
     void drawLayer();
     QColor pictureAt(const QPoint& pixel);
+    void endStrips();
     void quadricFills(const TXYZ& low, const TXYZ& high, int slices, int stacks);
 
     QWidget* winControl_ = nullptr;

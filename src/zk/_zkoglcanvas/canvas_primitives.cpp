@@ -5,6 +5,7 @@
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/scene.h>
 #include <zk/_zkxyarrays.h>
+#include <zk/host/workarounds.h>
 
 #include <QScopeGuard>
 
@@ -12,6 +13,7 @@
 #include <array>
 #include <cmath>
 #include <span>
+#include <utility>
 
 namespace zk {
 
@@ -102,6 +104,18 @@ struct TZkOglCanvas::DrawingInto {
             glEnd();
         open = noPrimitive;
     }
+
+    /// Several strips or loops have been drawn, and something comes that ends them.
+    bool hasStrips = false;
+    void EndStrips() {
+        EndRun();
+        if (!std::exchange(hasStrips, false) || style.Mode != GL_FILL || !IsOn(Workaround::ListStrips))
+            return;
+        glBegin(GL_TRIANGLES);  // of no area, which draws nothing: a primitive of another kind
+        for (int corner = 0; corner < 3; ++corner)
+            glVertex3d(0, 0, 0);
+        glEnd();
+    }
 };
 
 FaceStyle TZkOglCanvas::GetFaceStyle() {
@@ -119,7 +133,7 @@ FaceStyle TZkOglCanvas::GetFaceStyle() {
 Drawn TZkOglCanvas::DrawInto(const FaceStyle& style, const std::function<void()>& draw) {
     DrawingInto into{style, {}, DrawingInto::noPrimitive};
     const auto end = qScopeGuard([this, &into, outer = drawingInto_] {
-        into.EndRun();
+        into.EndStrips();
         drawingInto_ = outer;
     });
     drawingInto_ = &into;
@@ -131,9 +145,17 @@ void TZkOglCanvas::quadricFills(const TXYZ& low, const TXYZ& high, int slices, i
     if (!drawingInto_)
         return;
     drawingInto_->EndRun();
+    drawingInto_->hasStrips = true;
     drawingInto_->drawn.Box.Add(low);
     drawingInto_->drawn.Box.Add(high);
     drawingInto_->drawn.Vertices += 2 * std::int64_t(std::clamp(slices, 0, 240)) * std::clamp(stacks, 0, 1000);
+}
+
+void TZkOglCanvas::endStrips() {
+    if (!drawingInto_)
+        return;
+    drawingInto_->hasStrips = true;
+    drawingInto_->EndStrips();
 }
 
 void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
@@ -175,6 +197,7 @@ void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
             drawingInto_->drawn.Vertices += std::int64_t(points.size());
             if (!filled || style.Primitive != GL_POLYGON) {
                 drawingInto_->EndRun();
+                drawingInto_->hasStrips = true;
                 drawingInto_->BeginRun(style.Primitive);
                 glNormal3d(normal.x, normal.y, normal.z);
                 draw(points);

@@ -59,8 +59,10 @@ void TZkOglCanvas::Cylinder(double baseRadius, double topRadius, double height, 
     const int loops = std::min(slices, mostRings);
     gluCylinder(mantle.get(), baseRadius, topRadius, height, slices, std::min(stacks, mostRings));
     gluDisk(bottom.get(), 0, baseRadius, slices, loops);
+    endStrips();
     OGLTranslate({0, 0, height});
     gluDisk(top.get(), 0, topRadius, slices, loops);
+    endStrips();
     OGLTranslate({0, 0, -height});
 }
 

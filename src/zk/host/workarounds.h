@@ -12,6 +12,7 @@ enum class Workaround {
     KeptPicture,     ///< "kept-picture": the picture is kept over a swap; asked when a context is made
     NewSize,         ///< "new-size": the first repaint in a new size draws twice
     DesktopOpenGl,   ///< "desktop-opengl": asks for desktop OpenGL; asked when a window is made
+    ListStrips,      ///< "list-strips": what is kept of strips ends in a primitive of another kind
     SurfaceType,     ///< "surface-type": makes the native window anew for OpenGL; asked when a window is made
 };
 
