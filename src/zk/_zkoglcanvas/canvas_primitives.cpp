@@ -145,12 +145,12 @@ void TZkOglCanvas::quadricFills(const TXYZ& low, const TXYZ& high, int slices, i
     if (!drawingInto_)
         return;
     drawingInto_->EndRun();
-    drawingInto_->hasStrips = true;
     drawingInto_->drawn.Box.Add(low);
     drawingInto_->drawn.Box.Add(high);
     drawingInto_->drawn.Vertices += 2 * std::int64_t(std::clamp(slices, 0, 240)) * std::clamp(stacks, 0, 1000);
 }
 
+// Called before the state changes: behind a change it would be too late.
 void TZkOglCanvas::endStrips() {
     if (!drawingInto_)
         return;

@@ -45,6 +45,7 @@ void TZkOglCanvas::Sphere(double radius, int slices) {
     const CounterClockwise fronts(*this);
     const Quadric sphere = newQuadric(GLU_OUTSIDE);
     gluSphere(sphere.get(), radius, slices, slices);
+    endStrips();
 }
 
 void TZkOglCanvas::Cylinder(double baseRadius, double topRadius, double height, int slices, int stacks) {
@@ -73,6 +74,7 @@ void TZkOglCanvas::Disk(double innerRadius, double outerRadius, int slices, int 
     const CounterClockwise fronts(*this);
     const Quadric disk = newQuadric(GLU_OUTSIDE);
     gluDisk(disk.get(), innerRadius, outerRadius, slices, std::min(loops, mostRings));
+    endStrips();
 }
 
 void TZkOglCanvas::PartialDisk(double innerRadius, double outerRadius, int slices, int loops, double startAngle,
@@ -83,6 +85,7 @@ void TZkOglCanvas::PartialDisk(double innerRadius, double outerRadius, int slice
     const CounterClockwise fronts(*this);
     const Quadric disk = newQuadric(GLU_OUTSIDE);
     gluPartialDisk(disk.get(), innerRadius, outerRadius, slices, std::min(loops, mostRings), startAngle, sweepAngle);
+    endStrips();
 }
 
 }  // namespace zk
