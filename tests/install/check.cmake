@@ -18,7 +18,7 @@ endfunction()
 set(configure ${CMAKE_COMMAND} -G ${GENERATOR} -D CMAKE_CXX_COMPILER=${CXX} -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}
               -D CMAKE_BUILD_TYPE=Debug)
 set(installed ${WORK}/moved)
-file(REMOVE_RECURSE ${WORK}/first ${installed} ${WORK}/consumer ${WORK}/inside)
+file(REMOVE_RECURSE ${WORK}/first ${installed} ${WORK}/consumer ${WORK}/inside ${WORK}/examples)
 
 foreach(component development runtime)
   run("install ${component}" ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first --component ${component})
@@ -33,6 +33,10 @@ expect("the geometry consumer" "area 1")
 if(NOT GEOMETRY_ONLY)
   run("run the consumer" ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ${WORK}/consumer/components)
   expect("the consumer" "box1 stands in scene1")
+
+  # The examples, each of which finds the library by itself.
+  run("configure the examples" ${configure} -S ${SOURCE}/examples -B ${WORK}/examples -D CMAKE_PREFIX_PATH=${installed})
+  run("build the examples" ${CMAKE_COMMAND} --build ${WORK}/examples)
 endif()
 
 # A component that is not there is refused in words.
@@ -61,4 +65,4 @@ run("configure with the sources inside" ${configure} -S ${SOURCE}/tests/install/
 run("build with the sources inside" ${CMAKE_COMMAND} --build ${WORK}/inside)
 run("run what was built with the sources inside" ${WORK}/inside/geometry)
 expect("what was built with the sources inside" "area 1")
-file(REMOVE_RECURSE ${WORK}/inside ${WORK}/refused)
+file(REMOVE_RECURSE ${WORK}/inside ${WORK}/refused ${WORK}/examples)
