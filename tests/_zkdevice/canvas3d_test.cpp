@@ -211,3 +211,15 @@ TEST_F(Canvas3d, TheControlIsAProperty) {
     EXPECT_EQ(device.GetControl(), &control);
     EXPECT_EQ(device.property("Control").value<QWidget*>(), &control);
 }
+
+TEST_F(Canvas3d, AControlMayBeSmallerThanItsMargins) {
+    control.resize(20, 30);
+    control.setContentsMargins(18, 18, 18, 18);
+    TZKCanvas3d device;
+    device.Setcontrol(&control);
+    EXPECT_EQ(device.GetWidth(), 0);
+    EXPECT_EQ(device.GetHeight(), 0);
+    const TZKCanvas3d owned(&control);
+    EXPECT_EQ(owned.GetWidth(), 0);
+    EXPECT_EQ(owned.GetHeight(), 0);
+}

@@ -212,3 +212,20 @@ TEST(Control, AHandlerMayDeleteAnythingOrThrow) {
         form.messages.Take();
     }
 }
+
+TEST(Control, MayBeSmallerThanItsFrame) {
+    GlForm form;
+    form.control->SetBevelKind(bevel::bkTile);
+    form.control->SetBevelWidth(9);
+    form.control->QWidget::resize(20, 30);
+    GlForm::Settle();
+    EXPECT_EQ(form.canvas->GetWidth(), 0);
+    EXPECT_EQ(form.canvas->GetHeight(), 0);
+    form.canvas->SetWinControl(nullptr);
+    form.canvas->SetWinControl(form.control);
+    EXPECT_EQ(form.canvas->GetWidth(), 0);
+    form.control->QWidget::resize(136, 86);
+    GlForm::Settle();
+    EXPECT_EQ(form.canvas->GetWidth(), 100);
+    EXPECT_EQ(form.canvas->GetHeight(), 50);
+}

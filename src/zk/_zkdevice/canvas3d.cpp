@@ -6,12 +6,17 @@ namespace zk {
 
 static const ReferenceProperty<TZKCanvas3d, QWidget> controlProperty("Control");
 
+// Empty where a control is smaller than its margins.
+static QSize clientSize(const QWidget& control) {
+    return control.contentsRect().size().expandedTo({0, 0});
+}
+
 TZKCanvas3d::TZKCanvas3d(QObject* owner) : TZKDevice(owner) {
     const auto* control = qobject_cast<QWidget*>(owner);
     if (!control)
         return;
     attachForwarder(nullptr);
-    const QSize client = control->contentsRect().size();
+    const QSize client = clientSize(*control);
     bounds_ = {0, 0, client.width(), client.height()};
 }
 
@@ -54,8 +59,8 @@ void TZKCanvas3d::Setcontrol(QWidget* C) {
     attachForwarder(C);
     SetLeft(0);
     SetTop(0);
-    SetHeight(C->contentsRect().height());
-    SetWidth(C->contentsRect().width());
+    SetHeight(clientSize(*C).height());
+    SetWidth(clientSize(*C).width());
 }
 
 DrawingCanvas* TZKCanvas3d::GetCanvas() const {

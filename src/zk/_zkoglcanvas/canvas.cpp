@@ -72,7 +72,8 @@ void TZkOglCanvas::SetWinControl(QWidget* control) {
 }
 
 void TZkOglCanvas::takeSize() {
-    const QRect client = winControl_->contentsRect();
+    // A control may be smaller than its frame.
+    const QSize client = winControl_->contentsRect().size().expandedTo({0, 0});
     SetLeft(0);
     SetTop(0);
     SetHeight(client.height());

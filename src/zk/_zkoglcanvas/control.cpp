@@ -43,8 +43,8 @@ void TZKOglControl::resize() {
     Q_EMIT OnResize(this);
     if (!self || !canvas_ || !canvas_->CheckCurrent())
         return;
-    const QSize client = contentsRect().size();
-    const ChangeBracket bracket(canvas_);  // two sizes, one repaint
+    const QSize client = contentsRect().size().expandedTo({0, 0});  // the frame may take all the room, and more
+    const ChangeBracket bracket(canvas_);                           // two sizes, one repaint
     canvas_->SetWidth(client.width());
     canvas_->SetHeight(client.height());
 }
