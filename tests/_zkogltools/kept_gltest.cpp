@@ -510,3 +510,25 @@ TEST(Kept, AConvexFaceIsItsOwnOnlyPiece) {
     }
     EXPECT_GT(convex, 150);
 }
+
+// `AddShape` alone lists a shape; it still belongs to no scene, so it has no canvas to draw on.
+TEST(Kept, AShapeThatIsOnlyListedDrawsNothing) {
+    GlForm form;
+    TZKOglScene* scene = form.AddScene();
+    form.AddBox(scene, 0x0000FF, {1, 1, 1}, {-3, 0, 0});
+    auto* listed = new TZKOglBox(form.window.get());
+    GlForm::MakeFlat(listed->getAttributes()->getMaterial(), 0x00FF00);
+    scene->AddShape(listed);
+    form.AddBox(scene, 0xFF0000, {1, 1, 1}, {2, 0, 0});
+    form.canvas->Refresh();
+    EXPECT_EQ(form.PixelAt({150 + 15, 150 - 15}), QColor(0, 0, 0));
+    EXPECT_EQ(form.PixelAt({150 - 75, 150 - 15}), QColor(254, 0, 0));
+    EXPECT_EQ(form.PixelAt({150 + 75, 150 - 15}), QColor(0, 0, 254));
+    // In another scene of the canvas it draws, and here as well.
+    TZKOglScene* home = form.AddScene();
+    listed->SetDisplayList(home);
+    home->SetTranslation({0, 2, 0});
+    scene->Changed(nullptr);
+    EXPECT_EQ(form.PixelAt({150 + 15, 150 - 15}), QColor(0, 254, 0));
+    EXPECT_EQ(form.PixelAt({150 + 15, 150 - 75}), QColor(0, 254, 0));
+}

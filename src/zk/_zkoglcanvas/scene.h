@@ -109,6 +109,7 @@ class TZKOglScene : public TDisplayList {
     void compileAndPlay();
     void deleteLists(TZkOglCanvas* canvas);
     void plan();
+    bool drawsHere(const TZkShape& shape) const;
     void lookAtShapes();
     TTextureKind pictureOf(const TTexture& texture, const TTextureKind& before);
     void regroup();

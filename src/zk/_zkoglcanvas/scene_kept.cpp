@@ -57,6 +57,14 @@ void TZKOglScene::plan() {
     planIsCurrent_ = true;
 }
 
+// A shape may be listed here and belong elsewhere, or nowhere: where it belongs is where it draws.
+bool TZKOglScene::drawsHere(const TZkShape& shape) const {
+    if (shape.GetDisplayList() == this)
+        return true;
+    const auto* home = qobject_cast<TZKOglScene*>(shape.GetDisplayList());
+    return home && home->canvas_ == canvas_;
+}
+
 // Which shapes are kept, and how they are drawn.
 void TZKOglScene::lookAtShapes() {
     KeptDrawing::Style inForce;
@@ -79,7 +87,7 @@ void TZKOglScene::lookAtShapes() {
         entry.shape = shape;
         entry.movedBefore = entry.movedAfter = moved;
         auto* kept = dynamic_cast<KeptShape*>(shape);
-        if (!kept || !frontOnly) {
+        if (!kept || !frontOnly || !drawsHere(*shape)) {
             isKnown = false;
             placesAreKnown = false;
             continue;
