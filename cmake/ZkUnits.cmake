@@ -3,6 +3,8 @@
 include_guard(GLOBAL)
 include(GNUInstallDirs)
 
+set(ZKOGL_EXPORTS ${CMAKE_CURRENT_LIST_DIR}/exports.map)
+
 add_library(zk_options INTERFACE)
 target_compile_features(zk_options INTERFACE cxx_std_20)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
@@ -18,10 +20,31 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   endif()
 endif()
 
+# Programs and libraries are found from each other's places, so that an installed tree can be moved.
+# zk_set_install_rpath(<target> <folder that it is installed to>)
+function(zk_set_install_rpath target folder)
+  if(NOT BUILD_SHARED_LIBS OR WIN32)
+    return()
+  endif()
+  set(here "$ORIGIN")
+  if(APPLE)
+    set(here "@loader_path")
+  endif()
+  cmake_path(ABSOLUTE_PATH folder BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
+  cmake_path(IS_PREFIX CMAKE_INSTALL_PREFIX "${folder}" NORMALIZE inside)
+  if(inside)
+    file(RELATIVE_PATH way "${folder}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "${here}/${way}")
+  else()
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "${CMAKE_INSTALL_FULL_LIBDIR}")
+  endif()
+endfunction()
+
 # zk_add_unit(<name> SOURCES <file>... [DEPENDS <unit or library>...] [INTERNAL <header>...] [QT])
 #   QT: the unit has classes that moc must read.
 #   INTERNAL: headers that are not installed. They are for the unit's own sources.
 #   What is installed belongs to the component Geometry, if the unit has no QT, or Core.
+#   A static library, or with BUILD_SHARED_LIBS a shared one, which shows what its headers mark (zk/export.h).
 function(zk_add_unit name)
   cmake_parse_arguments(PARSE_ARGV 1 unit "QT" "" "SOURCES;DEPENDS;INTERNAL")
   add_library(${name} ${unit_SOURCES})
@@ -29,7 +52,22 @@ function(zk_add_unit name)
   target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>")
   target_link_libraries(${name} PUBLIC ${unit_DEPENDS} PRIVATE $<BUILD_INTERFACE:zk_options>)
   target_compile_features(${name} PUBLIC cxx_std_20)
-  set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  string(REGEX REPLACE "^_" "" plain ${name})
+  string(TOUPPER ${plain} plain)
+  target_compile_definitions(${name} PRIVATE ${plain}_BUILT)
+  set_target_properties(${name} PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  if(BUILD_SHARED_LIBS)
+    target_compile_definitions(${name} PUBLIC ZKOGL_SHARED)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT APPLE AND NOT ZKOGL_SANITIZE)
+      target_link_options(${name} PRIVATE LINKER:--no-undefined LINKER:--version-script=${ZKOGL_EXPORTS})
+      set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${ZKOGL_EXPORTS})
+    endif()
+  endif()
   set(component Geometry)
   if(unit_QT)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
@@ -46,8 +84,11 @@ function(zk_install_unit name component internal)
   if(NOT ZKOGL_INSTALL)
     return()
   endif()
-  install(TARGETS ${name} EXPORT ZKOgl${component}Targets COMPONENT development
-    ARCHIVE LIBRARY RUNTIME
+  zk_set_install_rpath(${name} ${CMAKE_INSTALL_LIBDIR})
+  install(TARGETS ${name} EXPORT ZKOgl${component}Targets
+    ARCHIVE COMPONENT development
+    LIBRARY COMPONENT libraries NAMELINK_COMPONENT development
+    RUNTIME COMPONENT libraries
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zkogl)
   set(leave_out "")
   foreach(header IN LISTS internal)

@@ -3,6 +3,7 @@
 #include <zk/_zkcomtypes/material.h>
 #include <zk/_zkcomtypes/polyattributes.h>
 #include <zk/_zkcomtypes/texture.h>
+#include <zk/export.h>
 
 #include <QPointer>
 
@@ -17,7 +18,7 @@ namespace zk {
 /// all the same reads as null from then on, and operations that need it do nothing.
 ///
 /// A change of an owned object is told by that object, not by the set. `HookChanges` listens to all four.
-class Tattributes : public TZkgraphicsobject, private ChangeListener {
+class ZKCOMTYPES_API Tattributes : public TZkgraphicsobject, private ChangeListener {
     Q_OBJECT
     Q_PROPERTY(zk::TPolyAttributes* PolyStyle READ getPolyStyle WRITE setPolyStyle)
     Q_PROPERTY(zk::Tmaterial* Material READ getMaterial WRITE SetMaterial)

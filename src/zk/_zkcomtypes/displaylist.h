@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/component.h>
 
 #include <QPointer>
@@ -15,7 +16,7 @@ class TZkShape;
 ///
 /// A shape that is removed leaves the list when the list is told (it has the same owner, or asked for it). One that is
 /// deleted without the list being told leaves it all the same: the list never plays or returns a shape that is gone.
-class TDisplayList : public TComponent {
+class ZKCOMTYPES_API TDisplayList : public TComponent {
     Q_OBJECT
   public:
     explicit TDisplayList(QObject* owner = nullptr);

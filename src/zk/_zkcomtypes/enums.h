@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QObject>
 
 #include <cstdint>
@@ -11,7 +13,7 @@
 // them. Qt's property system knows the names through this namespace's meta-object: no other header may open a
 // Q_NAMESPACE in `zk`.
 namespace zk {
-Q_NAMESPACE
+Q_NAMESPACE_EXPORT(ZKCOMTYPES_API)
 
 /// How polygons are rasterised.
 enum TPAMode : std::uint8_t { glpoint, glline, glfill };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkxyz/errors.h>
+#include <zk/export.h>
 
 #include <QObject>
 
@@ -9,7 +10,7 @@
 namespace zk {
 
 /// An object was to be copied into one that cannot take it: "Cannot assign a … to a …".
-class EAssignError : public EError {
+class ZKCOMTYPES_API EAssignError : public EError {
   public:
     using EError::EError;
 };
@@ -30,7 +31,7 @@ class ChangeListener {
 ///
 /// A handler of `OnChange` may change any attribute object but must not delete the sender (`deleteLater` is fine): the
 /// operation that raised the event is still at work on it.
-class TZkgraphicsobject : public QObject {
+class ZKCOMTYPES_API TZkgraphicsobject : public QObject {
     Q_OBJECT
   public:
     explicit TZkgraphicsobject(QObject* parent = nullptr);

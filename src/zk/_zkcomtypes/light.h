@@ -2,6 +2,7 @@
 
 #include <zk/_zkcomtypes/glvalues.h>
 #include <zk/_zkxyz/records.h>
+#include <zk/export.h>
 #include <zk/host/color.h>
 #include <zk/host/component.h>
 
@@ -23,7 +24,7 @@ struct TLightClass {
 ///
 /// A new light is off, sits at (0, 0, 2), shines along (0, 0, −1), is white, has no spot (cut-off 180 degrees) and spot
 /// exponent 1, which is on purpose not OpenGL's 0.
-class Tlight : public TComponent {
+class ZKCOMTYPES_API Tlight : public TComponent {
     Q_OBJECT
   public:
     explicit Tlight(QObject* owner = nullptr);

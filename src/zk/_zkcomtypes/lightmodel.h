@@ -1,11 +1,12 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/color.h>
 
 namespace zk {
 
 /// The parameters of lighting as a whole. Setters store and do nothing else.
-class TLightModel {
+class ZKCOMTYPES_API TLightModel {
   public:
     virtual ~TLightModel() = default;
 

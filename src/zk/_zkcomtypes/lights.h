@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/light.h>
+#include <zk/export.h>
 
 #include <QPointer>
 
@@ -10,7 +11,7 @@ namespace zk {
 
 /// The lights of a device, in order. The list owns them: destroying it deletes every light still in it, the last one
 /// first. A light that is deleted elsewhere (by its owner, usually a form) is no longer in the list.
-class TLights {
+class ZKCOMTYPES_API TLights {
   public:
     /// An empty list for lights of a kind. The kind is remembered, not enforced.
     explicit TLights(const TLightClass& LightClass = Tlight::Class());

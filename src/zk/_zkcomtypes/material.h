@@ -3,6 +3,7 @@
 #include <zk/_zkcomtypes/enums.h>
 #include <zk/_zkcomtypes/graphicsobject.h>
 #include <zk/_zkcomtypes/materialkind.h>
+#include <zk/export.h>
 
 #include <QColor>
 
@@ -15,7 +16,7 @@ namespace zk {
 /// notifies, without comparing with the old value.
 ///
 /// Colours are `TColor` here and QColor to Qt; a system colour reads as QColor with the value that it has then.
-class Tmaterial : public TZkgraphicsobject {
+class ZKCOMTYPES_API Tmaterial : public TZkgraphicsobject {
     Q_OBJECT
     Q_PROPERTY(QColor Ambient READ ambientColor WRITE setAmbientColor)
     Q_PROPERTY(QColor Diffuse READ diffuseColor WRITE setDiffuseColor)

@@ -2,11 +2,12 @@
 
 #include <zk/_zkcomtypes/enums.h>
 #include <zk/_zkcomtypes/graphicsobject.h>
+#include <zk/export.h>
 
 namespace zk {
 
 /// How polygons are rasterised and what a run of points is drawn as. A new one has `glfill` and `glpolygon`.
-class TPolyAttributes : public TZkgraphicsobject {
+class ZKCOMTYPES_API TPolyAttributes : public TZkgraphicsobject {
     Q_OBJECT
     Q_PROPERTY(zk::TPAMode Mode READ GetMode WRITE SetMode)
   public:

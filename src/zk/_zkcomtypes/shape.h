@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/displaylist.h>
+#include <zk/export.h>
 #include <zk/host/component.h>
 
 #include <QPointer>
@@ -8,7 +9,7 @@
 namespace zk {
 
 /// Something that a display list plays. It belongs to at most one list, and neither owns the other.
-class TZkShape : public TComponent {
+class ZKCOMTYPES_API TZkShape : public TComponent {
     Q_OBJECT
   public:
     explicit TZkShape(QObject* owner = nullptr);

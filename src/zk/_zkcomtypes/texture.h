@@ -3,6 +3,7 @@
 #include <zk/_zkcomtypes/graphicsobject.h>
 #include <zk/_zkcomtypes/texturekind.h>
 #include <zk/_zkcomtypes/textureregistry.h>
+#include <zk/export.h>
 
 namespace zk {
 
@@ -17,7 +18,7 @@ namespace zk {
 /// where noted. Pictures live in the registry (`GlbTextures`), each file once, however many textures show it. A picture
 /// that cannot be loaded is told in a message; the texture keeps its name, has no pixels and size 0, and nothing of it
 /// is seen.
-class TTexture : public TZkgraphicsobject {
+class ZKCOMTYPES_API TTexture : public TZkgraphicsobject {
     Q_OBJECT
     Q_PROPERTY(QString Picture READ GetPicture WRITE SetPicture)
     Q_PROPERTY(bool Repeating READ GetREpeat WRITE SetRepeat)

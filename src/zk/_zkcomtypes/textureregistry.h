@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/texturekind.h>
+#include <zk/export.h>
 
 #include <QImage>
 #include <QObject>
@@ -12,7 +13,7 @@
 namespace zk {
 
 /// One picture of the registry: its pixels as OpenGL takes them.
-class TTextureItem {
+class ZKCOMTYPES_API TTextureItem {
   public:
     /// Loads the picture `Name`. `Failed` comes back as 1 where that is not possible, which a message has told then,
     /// and as 0 otherwise.
@@ -47,33 +48,33 @@ using PTextureItem = std::shared_ptr<TTextureItem>;
 
 /// The pictures that are registered, each file once, for the whole process. A slot whose picture has been removed is
 /// null; later pictures go to the end. On the GUI thread, as everything that shows pictures.
-const std::vector<PTextureItem>& GlbTextures();
+ZKCOMTYPES_API const std::vector<PTextureItem>& GlbTextures();
 
 /// The first picture whose name contains `Name`, in any case; −1 if there is none, and for an empty name. A part of the
 /// name is enough on purpose: "A.BMP" finds what was registered with a path before it.
-int ZkIndexOfTexture(const QString& Name);
+ZKCOMTYPES_API int ZkIndexOfTexture(const QString& Name);
 
 /// The index of a picture, loaded and registered if it is not known yet. Where it cannot be loaded a message tells so,
 /// `Failed` comes back as 1, the result is −1 and nothing is registered: the next call tries again. `Failed` comes back
 /// as 0 from a picture that was loaded and is left alone by one that was known.
-int ZkAddtexture(const QString& Name, std::uint8_t& Failed);
+ZKCOMTYPES_API int ZkAddtexture(const QString& Name, std::uint8_t& Failed);
 
 /// Registers a picture that is in memory, as if it had been loaded from the file `Name`.bmp of the directory for
 /// temporary files. No file is written. A picture that is known under that name stays.
-void ZkAddBitmaptexture(const QString& Name, const QImage& Bitmap);
+ZKCOMTYPES_API void ZkAddBitmaptexture(const QString& Name, const QImage& Bitmap);
 
 /// The picture itself, loaded if need be; null where that is not possible.
-PTextureItem ZkgetTextureItem(const QString& Name);
+ZKCOMTYPES_API PTextureItem ZkgetTextureItem(const QString& Name);
 
 /// Takes a picture out of the registry, and its texture objects out of OpenGL. Its slot stays empty. Whoever holds the
 /// item or its pixels keeps them; a texture that is shown afterwards loads the file again.
-void ZkRemoveTexture(const QString& Name);
+ZKCOMTYPES_API void ZkRemoveTexture(const QString& Name);
 
 /// Every picture, from the last to the first.
-void ZkRemoveTextures();
+ZKCOMTYPES_API void ZkRemoveTextures();
 
 /// Tells of pictures that leave the registry.
-class TextureNews : public QObject {
+class ZKCOMTYPES_API TextureNews : public QObject {
     Q_OBJECT
   public:
     /// The one there is.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkdevice/primdevice.h>
+#include <zk/export.h>
 #include <zk/host/drawingcanvas.h>
 
 #include <QPointer>
@@ -9,7 +10,7 @@ namespace zk {
 
 /// A 2D device that hands every operation on to a canvas of the host (`DrawingCanvas`, where the operations are
 /// described), with the same arguments. Without a canvas nothing is drawn and the getters give empty values.
-class TZkCanvas : public TZKPrimdevice {
+class ZKDEVICE_API TZkCanvas : public TZKPrimdevice {
     Q_OBJECT
   public:
     explicit TZkCanvas(QObject* owner = nullptr);

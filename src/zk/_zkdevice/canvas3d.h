@@ -2,6 +2,7 @@
 
 #include <zk/_zkdevice/canvas2d.h>
 #include <zk/_zkdevice/device.h>
+#include <zk/export.h>
 #include <zk/host/componentref.h>
 
 #include <QPointer>
@@ -18,7 +19,7 @@ namespace zk {
 /// device.SetBlickWinkel(30);
 /// device.PolyLine3D(outline);
 /// ```
-class TZKCanvas3d : public TZKDevice {
+class ZKDEVICE_API TZKCanvas3d : public TZKDevice {
     Q_OBJECT
     Q_PROPERTY(zk::ComponentRef Control READ readControl WRITE writeControl)
   public:

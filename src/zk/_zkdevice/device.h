@@ -8,6 +8,7 @@
 #include <zk/_zkxyz/constants.h>
 #include <zk/_zkxyz/listofarrays.h>
 #include <zk/_zkxyz/records.h>
+#include <zk/export.h>
 #include <zk/host/component.h>
 
 #include <QPointer>
@@ -31,7 +32,7 @@ namespace zk {
 ///
 /// Every internal call between virtual operations goes through the virtual slot, so that an override takes part in all
 /// that the device does.
-class TZKDevice : public TComponent {
+class ZKDEVICE_API TZKDevice : public TComponent {
     Q_OBJECT
   public:
     explicit TZKDevice(QObject* owner = nullptr);

@@ -2,6 +2,7 @@
 
 #include <zk/_zkxyz/errors.h>
 #include <zk/_zkxyz/listofarrays.h>
+#include <zk/export.h>
 #include <zk/host/color.h>
 #include <zk/host/component.h>
 
@@ -22,7 +23,7 @@ class QPaintDevice;
 namespace zk {
 
 /// An operation was called on a base class that only names it; the text names class and operation.
-class EAbstractError : public EError {
+class ZKDEVICE_API EAbstractError : public EError {
   public:
     using EError::EError;
 };
@@ -32,7 +33,7 @@ class EAbstractError : public EError {
 /// This class only names the operations; each one raises `EAbstractError`. Coordinates are the pixels of the surface
 /// (device-independent pixels of a widget), y down; angles do not occur. "Box" arguments are left, top, right and
 /// bottom, right and bottom not included.
-class TZKPrimdevice : public TComponent {
+class ZKDEVICE_API TZKPrimdevice : public TComponent {
     Q_OBJECT
   public:
     explicit TZKPrimdevice(QObject* owner = nullptr);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkxyz/array.h>
+#include <zk/export.h>
 
 namespace zk {
 
@@ -8,9 +9,9 @@ namespace zk {
 // comparisons, no tolerance. Where a polygon crosses itself, what the outline surrounds an even number of times is
 // outside. A point exactly on a left edge is inside, one on a right edge outside; a horizontal edge never counts. The
 // order of the vertices does not matter. False for an empty polygon; edges and points that are NaN never count.
-bool PktInside(const TXY& p, const TXYARRAY& poly);
+ZKMATH_API bool PktInside(const TXY& p, const TXYARRAY& poly);
 
 // The same rule on pixels. The place where the ray crosses an edge is found in doubles.
-bool PktInside(const TXYI& p, const TXYIARRAY& poly);
+ZKMATH_API bool PktInside(const TXYI& p, const TXYIARRAY& poly);
 
 }  // namespace zk

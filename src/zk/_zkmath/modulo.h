@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <concepts>
 #include <type_traits>
 
@@ -14,7 +16,7 @@ concept MixedNumbers = (std::is_arithmetic_v<T> && ...) && (std::is_floating_poi
 
 // a mod m, made non-negative: the truncating remainder, plus m when that is negative. m is meant to be positive. With
 // m = 0 the answer is 0; with a negative m a negative remainder gets m added like any other.
-int _modulo(int a, int m);
+ZKMATH_API int _modulo(int a, int m);
 
 // a brought into [-EPS, m - EPS] by taking away or adding whole periods m: a value within EPS of m becomes about 0.
 // Angles and positions come in a few periods away at most, and for them the result is the one of plain repeated
@@ -23,7 +25,7 @@ int _modulo(int a, int m);
 // - m not above 0, or NaN: there is no period, a is returned as it is;
 // - m infinite: a from -EPS up is returned as it is, one below that gives infinity;
 // - a infinite or NaN: NaN.
-double _modulo(double a, double m);
+ZKMATH_API double _modulo(double a, double m);
 
 template <class A, class M>
 requires detail::MixedNumbers<A, M>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkxyz/records.h>
+#include <zk/export.h>
 
 // Segments in the plane.
 namespace zk {
@@ -21,6 +22,6 @@ namespace zk {
 //
 // The determinant is an area, so that segments shorter than about 1e-3 count as parallel whatever their directions are.
 // Coordinates that are infinite or NaN give nothing to rely on, and never more than a false answer.
-bool _Cross(const TXY& a, const TXY& b, const TXY& c, const TXY& d, double& s, double& t, double& den);
+ZKMATH_API bool _Cross(const TXY& a, const TXY& b, const TXY& c, const TXY& d, double& s, double& t, double& den);
 
 }  // namespace zk

@@ -3,6 +3,7 @@
 #include <zk/_zkdevice/device.h>
 #include <zk/_zkoglcanvas/hit.h>
 #include <zk/_zkoglcanvas/keptshape.h>
+#include <zk/export.h>
 #include <zk/host/componentref.h>
 #include <zk/host/glsurface.h>
 
@@ -50,7 +51,7 @@ class TZkCanvas;
 /// **Context.** There is none until `WinControl` is set and again after the control has gone. Without one (also where
 /// the window system refuses OpenGL; the control then says so in words) setters only store. A context that is lost with
 /// its window comes back with it. All on the GUI thread.
-class TZkOglCanvas : public TZKDevice {
+class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     Q_OBJECT
     Q_PROPERTY(zk::ComponentRef WinControl READ readWinControl WRITE writeWinControl)
     Q_PROPERTY(double UnitsPerCM READ GetUnitsPerCm WRITE SetUnitsPerCm)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/component.h>
 #include <zk/host/shiftstate.h>
 
@@ -11,7 +12,7 @@ class TZkOglCanvas;
 
 /// Frames of a control.
 namespace bevel {
-Q_NAMESPACE
+Q_NAMESPACE_EXPORT(ZKOGLCANVAS_API)
 
 enum TBevelKind { bkNone, bkTile, bkSoft, bkFlat };
 Q_ENUM_NS(TBevelKind)
@@ -40,7 +41,7 @@ using bevel::TBevelKind;
 /// On each mouse event the canvas looks for what is under the pointer (unless its `SelectEnabled` is off); the first
 /// hit gets the event, then the control's own signal follows. The moves come while no button is held, too; of those
 /// that queued up while a picture was made only the newest counts.
-class TZKOglControl : public QWidget, public ComponentBase {
+class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     Q_OBJECT
     Q_PROPERTY(zk::bevel::TBevelKind BevelKind READ GetBevelKind WRITE SetBevelKind)
     Q_PROPERTY(int BevelWidth READ GetBevelWidth WRITE SetBevelWidth)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/color.h>
 
 #include <array>
@@ -11,9 +12,9 @@ using GlColor = std::array<float, 4>;
 
 /// Each channel's byte divided by 256, not 255: white becomes 255/256. It is the inverse of `FromGlColor` for every
 /// byte, and what all colours of this library go through. System colours are resolved.
-GlColor ToGlColor(TColor color, float alpha = 1.0F);
+ZKOGLCANVAS_API GlColor ToGlColor(TColor color, float alpha = 1.0F);
 
 /// Each channel times 256, rounded to the nearest byte (ties to even) and held within 0 to 255; alpha is dropped.
-TColor FromGlColor(const float* rgba);
+ZKOGLCANVAS_API TColor FromGlColor(const float* rgba);
 
 }  // namespace zk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/shiftstate.h>
 
 #include <QtGlobal>
@@ -12,7 +13,7 @@ namespace zk {
 ///
 /// OpenGL's names have 32 bits and outlive what they name, so a pick never carries a pointer: every target gets a
 /// number for its life, and `Of` gives the target back, or none once it is gone. Numbers are not used again.
-class HitTarget {
+class ZKOGLCANVAS_API HitTarget {
   public:
     HitTarget();
     virtual ~HitTarget();

@@ -3,6 +3,7 @@
 #include <zk/_zkcomtypes/materialkind.h>
 #include <zk/_zkcomtypes/texturekind.h>
 #include <zk/_zkxyz/records.h>
+#include <zk/export.h>
 
 #include <cstdint>
 #include <limits>
@@ -12,7 +13,7 @@ namespace zk {
 class Tattributes;
 
 /// A box along the axes that grows with what is put into it; empty at first.
-struct Bounds {
+struct ZKOGLCANVAS_API Bounds {
     static constexpr double far = std::numeric_limits<double>::infinity();
     TXYZ Low{far, far, far};
     TXYZ High{-far, -far, -far};
@@ -63,7 +64,7 @@ struct KeptDrawing {
 
 /// A shape whose drawing a scene can keep: everything it draws comes from this library, so that nothing but its own
 /// properties and the style of faces decides what it is.
-class KeptShape {
+class ZKOGLCANVAS_API KeptShape {
   public:
     virtual ~KeptShape() = default;
 

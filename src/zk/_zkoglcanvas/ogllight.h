@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/light.h>
+#include <zk/export.h>
 #include <zk/host/componentref.h>
 
 #include <QColor>
@@ -15,7 +16,7 @@ class TZkOglCanvas;
 /// positional. OpenGL's attenuation however counts in units of the view, half the larger side of the control, so that a
 /// light reaches as far in the picture at every zoom. While a light is off nothing is passed to OpenGL; switching it on
 /// passes everything.
-class TZKOglLight : public Tlight {
+class ZKOGLCANVAS_API TZKOglLight : public Tlight {
     Q_OBJECT
     Q_PROPERTY(zk::ComponentRef ZkOglCanvas READ readCanvas WRITE writeCanvas)
     Q_PROPERTY(double Attenuation READ GEtattenuation WRITE setattenuation)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/material.h>
+#include <zk/export.h>
 
 #include <QPointer>
 
@@ -13,7 +14,7 @@ class TZkOglCanvas;
 ///
 /// It acts on the context that is current and makes none current: whoever sets a material is about to draw with it.
 /// Colours go to the material's face (`GLFace`).
-class TOglMaterial : public Tmaterial {
+class ZKOGLCANVAS_API TOglMaterial : public Tmaterial {
     Q_OBJECT
   public:
     TOglMaterial();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/polyattributes.h>
+#include <zk/export.h>
 
 #include <QPointer>
 
@@ -10,7 +11,7 @@ class TZkOglCanvas;
 
 /// The polygon style of a canvas. It hands nothing to OpenGL itself: scenes and shapes set the polygon mode when they
 /// are played, and every face asks for the style as it is drawn.
-class TOglPolyAttributes : public TPolyAttributes {
+class ZKOGLCANVAS_API TOglPolyAttributes : public TPolyAttributes {
     Q_OBJECT
   public:
     explicit TOglPolyAttributes(TZkOglCanvas* canvas = nullptr);

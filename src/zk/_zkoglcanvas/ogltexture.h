@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/texture.h>
+#include <zk/export.h>
 
 #include <QPointer>
 #include <QSet>
@@ -20,7 +21,7 @@ class TZkOglCanvas;
 ///
 /// While the canvas paints, a picture that could not be loaded is not asked for again: a message in every repaint would
 /// be the reason for the next one.
-class TOglTexture : public TTexture {
+class ZKOGLCANVAS_API TOglTexture : public TTexture {
     Q_OBJECT
   public:
     explicit TOglTexture(TZkOglCanvas* canvas = nullptr);

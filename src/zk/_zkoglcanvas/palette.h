@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <cstdint>
 #include <vector>
 
@@ -30,6 +32,6 @@ struct TPaletteEntry {
 ///
 /// For a surface that says it needs a palette. None of today's window systems has such displays, so nothing in this
 /// library asks for one.
-std::vector<TPaletteEntry> BuildPalette(const TPixelLayout& layout);
+ZKOGLCANVAS_API std::vector<TPaletteEntry> BuildPalette(const TPixelLayout& layout);
 
 }  // namespace zk

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QSize>
 
 #include <memory>
@@ -12,7 +14,7 @@ namespace zk {
 /// repaint swaps twice, and both swaps must show the new picture; so it is copied away before the first swap and
 /// brought back before the second. Both calls need the context current that the keeper was made in, and leave OpenGL's
 /// state as it was. The keeper is destroyed in that context, too.
-class PictureKeeper {
+class ZKOGLCANVAS_API PictureKeeper {
   public:
     virtual ~PictureKeeper() = default;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkoglcanvas/scene.h>
+#include <zk/export.h>
 #include <zk/host/componentref.h>
 
 namespace zk {
@@ -22,7 +23,7 @@ namespace zk {
 ///
 /// The reference must be on the same canvas to be drawn. A reference scene may refer to another one; where they refer
 /// to each other in a circle, each is drawn once.
-class TZKOglRefScene : public TZKOglScene {
+class ZKOGLCANVAS_API TZKOglRefScene : public TZKOglScene {
     Q_OBJECT
     Q_PROPERTY(zk::ComponentRef ReferenceScene READ readReference WRITE writeReference)
 

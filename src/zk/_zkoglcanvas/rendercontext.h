@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkoglcanvas/picturekeeper.h>
+#include <zk/export.h>
 #include <zk/host/glsurface.h>
 
 #include <QString>
@@ -13,7 +14,7 @@ class QOpenGLContext;
 namespace zk {
 
 /// An OpenGL rendering context on the surface of one control, and the two swaps of a repaint.
-class RenderContext {
+class ZKOGLCANVAS_API RenderContext {
   public:
     /// A context on `surface`, current afterwards, or null with the reason in words in `whyNot`: the window system has
     /// no OpenGL, or only OpenGL ES or a core profile, which have no display lists. `surface` must outlive the context.

@@ -4,6 +4,7 @@
 #include <zk/_zkcomtypes/displaylist.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/keptshape.h>
+#include <zk/export.h>
 #include <zk/host/componentref.h>
 
 #include <cstddef>
@@ -26,7 +27,7 @@ namespace zk {
 /// pick's clip planes (user code is always asked), without compiling and without the
 /// canvas's compile events: some drivers lose or crash on primitives of several kinds in a list that is played in
 /// selection mode. `OnPlay` handlers are therefore called for picks, too (`TZkOglCanvas::IsSelecting`).
-class TZKOglScene : public TDisplayList {
+class ZKOGLCANVAS_API TZKOglScene : public TDisplayList {
     Q_OBJECT
     Q_PROPERTY(zk::ComponentRef ZkOglCanvas READ readCanvas WRITE writeCanvas)
     Q_PROPERTY(bool Visible READ GetVisible WRITE SetVisible)

@@ -32,7 +32,7 @@ struct TZKOglScene::Planned {
 
 /// Kept shapes that follow each other, in one OpenGL list. A list for each would take more time to compile and more
 /// memory than what is in it; one list for all would have to be compiled again when any of them changes.
-struct TZKOglScene::Group {
+struct ZK_INTERNAL TZKOglScene::Group {
     struct Member {
         const TZkShape* shape;  ///< to compare only
         std::uint64_t version;
@@ -56,7 +56,7 @@ struct TZKOglScene::Group {
 };
 
 /// The clip planes of a pick in the coordinates of the scene.
-struct TZKOglScene::PickVolume {
+struct ZK_INTERNAL TZKOglScene::PickVolume {
     struct Plane {
         TXYZ normal;
         double distance = 0;

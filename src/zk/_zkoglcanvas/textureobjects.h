@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkcomtypes/texturekind.h>
+#include <zk/export.h>
 
 #include <cstdint>
 #include <vector>
@@ -14,7 +15,7 @@ class RenderContext;
 ///
 /// Everything here needs that context to be current. It may be called while a list is compiled: objects are bound in
 /// the list, but pictures travel outside of it.
-class TextureObjects {
+class ZKOGLCANVAS_API TextureObjects {
   public:
     explicit TextureObjects(RenderContext& context) : context_(context) {}
 

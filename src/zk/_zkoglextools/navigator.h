@@ -2,6 +2,7 @@
 
 #include <zk/_zkdevice/canvas3d.h>
 #include <zk/_zkoglcanvas/canvas.h>
+#include <zk/export.h>
 #include <zk/host/component.h>
 #include <zk/host/componentref.h>
 #include <zk/host/shiftstate.h>
@@ -35,7 +36,7 @@ namespace zk {
 ///
 /// The device comes with the first parent, and is made anew with every further one, with the unit base. Without a
 /// parent there is no cube; everything can be called all the same.
-class TZKOglNav : public QWidget, public ComponentBase {
+class ZKOGLEXTOOLS_API TZKOglNav : public QWidget, public ComponentBase {
     Q_OBJECT
     Q_PROPERTY(QString Caption READ GetCaption WRITE SetCaption)
     Q_PROPERTY(zk::ComponentRef ZkOglCanvas READ readCanvas WRITE writeCanvas)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkoglextools/sequencer.h>
+#include <zk/export.h>
 #include <zk/host/component.h>
 #include <zk/host/componentref.h>
 
@@ -17,7 +18,7 @@ namespace zk {
 /// - a delay longer than the period is never reached: the events come at ticks `Intervals` + 1, 2 · `Intervals` + 1, …;
 /// - the period 0 gives an event, or two, at the tick that serves the delay, and none afterwards;
 /// - a timer that is off counts on, so that switching it on does not change its phase.
-class TZkOglTimer : public TComponent {
+class ZKOGLEXTOOLS_API TZkOglTimer : public TComponent {
     Q_OBJECT
     Q_PROPERTY(zk::ComponentRef Sequencer READ readSequencer WRITE writeSequencer)
     Q_PROPERTY(int Displacement READ GetDisplacement WRITE SetDisplacement)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/timer.h>
 
 #include <vector>
@@ -22,7 +23,7 @@ class TZkOglTimer;
 /// `Enabled`, `Interval` and `OnTimer` are those of `TTimer`, as is the driving of time. While neither a registered
 /// timer is on nor anybody listens to `OnTimer`, the clock sleeps; the ticks it sleeps through are counted all the
 /// same.
-class TZkOglSequencer : public TTimer {
+class ZKOGLEXTOOLS_API TZkOglSequencer : public TTimer {
     Q_OBJECT
   public:
     explicit TZkOglSequencer(QObject* owner = nullptr);

@@ -2,6 +2,7 @@
 
 #include <zk/_zkcomtypes/shape.h>
 #include <zk/_zkxyz/records.h>
+#include <zk/export.h>
 #include <zk/host/timer.h>
 
 #include <QString>
@@ -27,7 +28,7 @@ namespace zk {
 /// from its last point to where the run begins anew, the position is the zero point.
 ///
 /// Its clock is a `TTimer`: it stands still with its window, and its time can be driven.
-class TZKOglWay : public TZkShape {
+class ZKOGLEXTOOLS_API TZKOglWay : public TZkShape {
     Q_OBJECT
     Q_PROPERTY(int TimerDelay READ GetTimerDelay WRITE writeTimerDelay)
     Q_PROPERTY(QStringList Points READ GetData WRITE writePoints)

@@ -2,6 +2,7 @@
 
 #include <zk/_zkxyz/constants.h>
 #include <zk/_zkxyz/records.h>
+#include <zk/export.h>
 #include <zk/host/component.h>
 
 namespace zk {
@@ -10,7 +11,7 @@ namespace zk {
 ///
 /// A setter of the range or the parameter computes the frame at once; `Base` holds the result. A descendant says in
 /// `CalculateBAse` what the frame is.
-class TBaseFun : public TComponent {
+class ZKOGLTOOLS_API TBaseFun : public TComponent {
     Q_OBJECT
   public:
     explicit TBaseFun(QObject* owner = nullptr);

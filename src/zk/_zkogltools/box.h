@@ -1,12 +1,13 @@
 #pragma once
 
 #include <zk/_zkogltools/customshape.h>
+#include <zk/export.h>
 
 namespace zk {
 
 /// A box from the origin of its own frame to (`Length`, `Width`, `Height`), in centimetres. An extent may be 0 (the
 /// faces without area are not drawn) or negative (the box lies on the other side, inside out: its fronts face inwards).
-class TZKOglBox : public TCustomShape {
+class ZKOGLTOOLS_API TZKOglBox : public TCustomShape {
     Q_OBJECT
     Q_PROPERTY(double Length READ GetA WRITE SetA)
     Q_PROPERTY(double Width READ GetB WRITE SetB)

@@ -4,6 +4,7 @@
 #include <zk/_zkcomtypes/shape.h>
 #include <zk/_zkoglcanvas/hit.h>
 #include <zk/_zkoglcanvas/keptshape.h>
+#include <zk/export.h>
 #include <zk/host/componentref.h>
 
 #include <memory>
@@ -28,7 +29,7 @@ class TZkOglCanvas;
 /// **Cost.** What a shape of this library draws is kept from one compilation of its scene to the next, until the shape
 /// changes. A shape with a handler for `OnPlay`, one of a class that overrides `Doplay` or `Play`, and a copy
 /// (`TZKOglRefShape`) are played each time.
-class TCustomShape : public TZkShape, public HitTarget, public KeptShape {
+class ZKOGLTOOLS_API TCustomShape : public TZkShape, public HitTarget, public KeptShape {
     Q_OBJECT
     Q_PROPERTY(zk::Tattributes* Attributes READ getAttributes WRITE setAttributes)
     Q_PROPERTY(zk::ComponentRef Scene READ readScene WRITE writeScene)

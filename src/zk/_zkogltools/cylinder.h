@@ -1,13 +1,14 @@
 #pragma once
 
 #include <zk/_zkogltools/customshape.h>
+#include <zk/export.h>
 
 namespace zk {
 
 /// A closed cylinder, frustum or cone that stands on the origin of its own frame along the z axis. A new one is a cone.
 /// All setters take any value; sizes that make no solid (a negative radius, less than 2 slices or 1 stack) draw
 /// nothing, or only the disks that can be drawn.
-class TZKOglCylinder : public TCustomShape {
+class ZKOGLTOOLS_API TZKOglCylinder : public TCustomShape {
     Q_OBJECT
     Q_PROPERTY(double BaseRadius READ GetBaseRadius WRITE SetBaseRadius)
     Q_PROPERTY(double TopRadius READ GetTopRadius WRITE SetTopRadius)

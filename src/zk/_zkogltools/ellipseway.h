@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkogltools/stdbases.h>
+#include <zk/export.h>
 
 namespace zk {
 
@@ -9,7 +10,7 @@ namespace zk {
 ///
 /// The origin lies on the ellipse. The first axis points against the direction of travel of a circle, whatever the
 /// half axes are; the third is the placed z axis; all are of unit length and at right angles.
-class TEllipseWay : public TStdBases {
+class ZKOGLTOOLS_API TEllipseWay : public TStdBases {
     Q_OBJECT
     Q_PROPERTY(double Param READ GetParam WRITE SetPAram)
     Q_PROPERTY(double Min READ GetMin WRITE SetMin)

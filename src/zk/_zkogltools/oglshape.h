@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkogltools/customshape.h>
+#include <zk/export.h>
 
 namespace zk {
 
@@ -11,7 +12,7 @@ namespace zk {
 /// it where that matters, with translucent materials for instance.
 ///
 /// The shape is played when its scene is compiled, and in every pick (`TZkOglCanvas::IsSelecting`).
-class TZKOglShape : public TCustomShape {
+class ZKOGLTOOLS_API TZKOglShape : public TCustomShape {
     Q_OBJECT
   public:
     explicit TZKOglShape(QObject* owner = nullptr);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkogltools/customshape.h>
+#include <zk/export.h>
 
 #include <QStringList>
 
@@ -18,7 +19,7 @@ namespace zk {
 /// not a point is a separator, whatever it says. Every polygon is drawn for itself as the shape's polygon style says;
 /// one that lies within another is no hole in it (an outline that runs to the hole, around it and back is). Fronts
 /// are seen clockwise. A polygon without area is not drawn.
-class TZKOglPlane : public TCustomShape {
+class ZKOGLTOOLS_API TZKOglPlane : public TCustomShape {
     Q_OBJECT
     Q_PROPERTY(QStringList Data READ GetData WRITE writeData)
 

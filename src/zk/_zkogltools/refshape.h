@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkogltools/customshape.h>
+#include <zk/export.h>
 #include <zk/host/componentref.h>
 
 #include <QPointer>
@@ -15,7 +16,7 @@ namespace zk {
 ///
 /// A reference shape may refer to another one; where they refer to each other in a circle, each is drawn once inside
 /// itself.
-class TZKOglRefShape : public TCustomShape {
+class ZKOGLTOOLS_API TZKOglRefShape : public TCustomShape {
     Q_OBJECT
     Q_PROPERTY(zk::ComponentRef ReferenceShape READ readReference WRITE writeReference)
 

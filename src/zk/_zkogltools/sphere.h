@@ -1,11 +1,12 @@
 #pragma once
 
 #include <zk/_zkogltools/customshape.h>
+#include <zk/export.h>
 
 namespace zk {
 
 /// A sphere about the origin of its own frame, its poles on the z axis.
-class TZKOglSphere : public TCustomShape {
+class ZKOGLTOOLS_API TZKOglSphere : public TCustomShape {
     Q_OBJECT
     Q_PROPERTY(double R READ GetR WRITE SetR)
     Q_PROPERTY(int Resolution READ GetResolution WRITE SetResolution)

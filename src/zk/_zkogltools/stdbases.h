@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkogltools/basefun.h>
+#include <zk/export.h>
 
 #include <QString>
 
@@ -8,7 +9,7 @@ namespace zk {
 
 /// A moving frame with a place in the world: turned about a line, then moved. Every setter of the place computes the
 /// frame anew. A malformed text raises `EConvertError` and changes nothing.
-class TStdBases : public TBaseFun {
+class ZKOGLTOOLS_API TStdBases : public TBaseFun {
     Q_OBJECT
   public:
     explicit TStdBases(QObject* owner = nullptr);

@@ -2,6 +2,7 @@
 
 #include <zk/_zkxyz/array.h>
 #include <zk/_zkxyz/listofarrays.h>
+#include <zk/export.h>
 
 // Faces into pieces that can be drawn.
 namespace zk {
@@ -22,10 +23,10 @@ namespace zk {
 // outline, or another hole, in points. Coordinates below 1e-60 count as 0 when it is decided what to cut. For an
 // outline that crosses itself, and for holes that cross something, pieces are still made of the given points and in
 // bounded time, but what they cover is not defined.
-void DOConvex(const TlistOFxyzArray& faces, TlistOFxyzArray& out);
+ZKXYARRAYS_API void DOConvex(const TlistOFxyzArray& faces, TlistOFxyzArray& out);
 
 // The same for a face without holes.
-void DOConvex(const TXYZARRAY& poly, TlistOFxyzArray& out);
+ZKXYARRAYS_API void DOConvex(const TXYZARRAY& poly, TlistOFxyzArray& out);
 
 // Refines triangles until none has a perimeter above d, by halving their edges, and appends each as an array of three
 // points to target, which is not cleared.
@@ -37,6 +38,6 @@ void DOConvex(const TXYZARRAY& poly, TlistOFxyzArray& out);
 // perimeter that is infinite or NaN), or would take more than sixteen steps, a triangle comes out as far as it got: not
 // at all refined in the first case, and after sixteen halvings in the second. source and target may be the same list;
 // the arrays that were there before the call are then the source.
-void RefineTriangles(const TlistOFxyzArray& source, double d, TlistOFxyzArray& target);
+ZKXYARRAYS_API void RefineTriangles(const TlistOFxyzArray& source, double d, TlistOFxyzArray& target);
 
 }  // namespace zk

@@ -2,6 +2,7 @@
 
 #include <zk/_zkxyz/array.h>
 #include <zk/_zkxyz/pointerlist.h>
+#include <zk/export.h>
 
 #include <cstdint>
 
@@ -21,7 +22,7 @@ struct TCross {
 };
 
 // Crossings in falling order of Param. The list owns its records. A bad index throws EListError.
-class TCrossList : public TPointerList {
+class ZKXYARRAYS_API TCrossList : public TPointerList {
   public:
     ~TCrossList() override;
 
@@ -46,8 +47,8 @@ class TCrossList : public TPointerList {
 // crossed inside, +1 and -1 at a vertex; positive where a-b goes over to the side of c-d on which the 2D Vekt(b - c, d
 // - c) is negative. x is the crossing point. False where there is no crossing or where the side cannot be told; x is
 // then untouched, and code may hold anything.
-bool CrossEx(const TXY& a, const TXY& b, const TXY& c, const TXY& d, const TXY& e, const TXY& f, double& s, double& t,
-             double& code, TXY& x);
+ZKXYARRAYS_API bool CrossEx(const TXY& a, const TXY& b, const TXY& c, const TXY& d, const TXY& e, const TXY& f,
+                            double& s, double& t, double& code, TXY& x);
 
 // Adds the crossings of the closed polygons a and b to list: Param is the position along a, OtherParam the one along b,
 // EdgeIndex the code of CrossEx rounded. With flag, meetings at a vertex are looked at from both sides: the edges of a
@@ -59,6 +60,6 @@ bool CrossEx(const TXY& a, const TXY& b, const TXY& c, const TXY& d, const TXY& 
 // The result, and its order, is that of looking at every pair of edges; edges whose boxes do not meet are not looked
 // at, so the time grows with the number of edges that are near each other. Edges that are infinite or NaN are near to
 // all.
-void Cross(const TXYARRAY& a, const TXYARRAY& b, TCrossList& list, bool flag);
+ZKXYARRAYS_API void Cross(const TXYARRAY& a, const TXYARRAY& b, TCrossList& list, bool flag);
 
 }  // namespace zk

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkxyz/array.h>
+#include <zk/export.h>
 
 namespace zk {
 
@@ -9,8 +10,8 @@ namespace zk {
 // several pairs of edges that are equally near, the first counts, edge by edge of a and for each edge of b; so a
 // nearest vertex is mostly reported as the end of an edge, and vertex 0 as the start of the first one. A polygon of one
 // point is that point. When either polygon is empty, or no distance is a number: 1e20, with the outputs untouched.
-double Dist(const TXYZARRAY& a, const TXYZARRAY& b, int& edgeA, double& placeA, TXYZ& pointA, int& edgeB,
-            double& placeB, TXYZ& pointB);
+ZKXYARRAYS_API double Dist(const TXYZARRAY& a, const TXYZARRAY& b, int& edgeA, double& placeA, TXYZ& pointA, int& edgeB,
+                           double& placeB, TXYZ& pointB);
 
 namespace detail {
 

@@ -2,6 +2,7 @@
 
 #include <zk/_zkxyz/array.h>
 #include <zk/_zkxyz/listofarrays.h>
+#include <zk/export.h>
 
 namespace zk {
 
@@ -32,6 +33,6 @@ namespace zk {
 // largest coordinate where many edges meet in one such point. Throws EError("stack error"), and appends
 // nothing, where the stretches of the outlines cannot be joined to closed ones even after several rounds of this; no
 // input is known that does it. Safe to call from several threads at once, on different lists.
-void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, bool unite);
+ZKXYARRAYS_API void SetOperation(const TXYARRAY& a, const TXYARRAY& b, TlistOFXYArray& result, bool unite);
 
 }  // namespace zk

@@ -2,6 +2,7 @@
 
 #include <zk/_zkxyz/errors.h>
 #include <zk/_zkxyz/records.h>
+#include <zk/export.h>
 
 #include <concepts>
 #include <cstddef>
@@ -87,7 +88,7 @@ A* ArrayNew() {
 // A first block of more than 10000 bytes is immodest: the message "bescheidenheit ist eine tugend" is shown, and the
 // array has no block (Data null, Capacity as asked for). Later growth has no limit, so a large array is made with a
 // small delta and Arraysetcount.
-void ArrayInit(TARRAY& arr, int itemSize, int delta);
+ZKXYZ_API void ArrayInit(TARRAY& arr, int itemSize, int delta);
 template <AnyTypedARRAY A>
 void ArrayInit(A& arr, int delta = 5) {
     ArrayInit(arr, static_cast<int>(sizeof(typename A::Item)), delta);
@@ -96,55 +97,55 @@ void ArrayInit(A& arr, int delta = 5) {
 // Frees the block; Count, Capacity and Delta become 0, ItemSize stays. When the block had more than 10000 bytes, the
 // message "bescheidenheit ist eine tugend (freigeben)" is shown. A Data that is no block of this unit is left alone,
 // with the message "exception bei FreeMem von ArrayClear" and a beep.
-void ArrayClear(TARRAY& arr);
+ZKXYZ_API void ArrayClear(TARRAY& arr);
 
 // Frees the block without a word; Data null, Capacity and Count 0. Delta stays, so that the array can be used again.
-void ArrayDispose(TARRAY& arr);
+ZKXYZ_API void ArrayDispose(TARRAY& arr);
 
 // Clears dst, makes it ready with src's ItemSize and src's Capacity as its Delta, and copies count and block. A src of
 // more than 10000 bytes runs into the limit of ArrayInit: dst then has the count and no block (_Copy of _zkxyarrays
 // has no limit). A copy of src onto itself, or onto a record that shares its block, leaves src as it is.
-void ArrayCopy(TARRAY& dst, const TARRAY& src);
+ZKXYZ_API void ArrayCopy(TARRAY& dst, const TARRAY& src);
 
 // The address of element i. The slots between Count and Capacity count as elements here; null outside the block.
-void* ArrayGetData(TARRAY& arr, int i);
-const void* ArrayGetData(const TARRAY& arr, int i);
+ZKXYZ_API void* ArrayGetData(TARRAY& arr, int i);
+ZKXYZ_API const void* ArrayGetData(const TARRAY& arr, int i);
 
 // Makes room for a zero-filled element at i, at the end when i is negative, and returns its address. Grows by Delta
 // when full (a Delta of 0 becomes 5); after a growth the unused slots are zero. Null, and nothing done, when i is above
 // Count or the array has no block.
-void* ArrayInsert(TARRAY& arr, int i);
+ZKXYZ_API void* ArrayInsert(TARRAY& arr, int i);
 
 // Count := n, growing by Delta (a Delta of 0 becomes 5) until n elements fit. Shrinking keeps the block; new elements
 // are whatever the block holds, which is zero after a growth. A negative n counts as 0.
-void Arraysetcount(TARRAY& arr, int n);
+ZKXYZ_API void Arraysetcount(TARRAY& arr, int n);
 
 // Makes room at i as ArrayInsert does, and copies one element from p into it. Unlike ArrayInsert it does nothing on a
 // full array whose Delta is 0 (after ArrayClear: call ArrayInit first). A null p leaves what the slot holds. An i
 // outside 0..Count moves and copies nothing, and still counts one element more: the array's own choice. p may point
 // into the array.
-void ArrayInsertData(TARRAY& arr, int i, const void* p);
+ZKXYZ_API void ArrayInsertData(TARRAY& arr, int i, const void* p);
 
 // ArrayInsertData at the end.
-void ArrayAdd(TARRAY& arr, const void* p);
+ZKXYZ_API void ArrayAdd(TARRAY& arr, const void* p);
 
 // Copies one element from p to the end, growing as ArrayInsertData does. A null p leaves what the slot holds.
-void ArrayAppendData(TARRAY& arr, const void* p);
+ZKXYZ_API void ArrayAppendData(TARRAY& arr, const void* p);
 
 // Appends n elements from p, growing as Arraysetcount does. A null p appends what the block holds; an n of 0 or less
 // nothing. p may point into the array; no more is then read than the block has.
-void ArrayAddData(TARRAY& arr, int n, const void* p);
+ZKXYZ_API void ArrayAddData(TARRAY& arr, int n, const void* p);
 
 // Takes element i out; those above it move down by one. Nothing for an i outside 0..Count-1.
-void ArrayDeleteData(TARRAY& arr, int i);
+ZKXYZ_API void ArrayDeleteData(TARRAY& arr, int i);
 
 // Takes n elements out from i on. One element more than remain moves down, where the block has one: the slot after the
 // last element comes along, by choice. Nothing when i..i+n is not within 0..Count.
-void ArrayDeletedaten(TARRAY& arr, int i, int n);
+ZKXYZ_API void ArrayDeletedaten(TARRAY& arr, int i, int n);
 
 // Makes a ready for n points (as its Delta) and copies them from p; a null p gives n zero points. n is limited as in
 // ArrayInit: above 625 points a has the count and no block. A negative n counts as 0.
-void InitXY(TXYARRAY& a, int n, const void* p);
+ZKXYZ_API void InitXY(TXYARRAY& a, int n, const void* p);
 
 // Holds an array, and frees its block (without a message) when it goes.
 template <AnyTypedARRAY A>

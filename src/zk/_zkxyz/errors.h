@@ -1,24 +1,26 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <stdexcept>
 
 // The few conditions that are raised rather than shown. what() is the text for the user, word for word.
 namespace zk {
 
 // The general exception ("Normalvektor 0", "stack error", ...).
-class EError : public std::runtime_error {
+class ZKXYZ_API EError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
 // A text that is not the number or point it should be.
-class EConvertError : public EError {
+class ZKXYZ_API EConvertError : public EError {
   public:
     using EError::EError;
 };
 
 // An index outside a list.
-class EListError : public EError {
+class ZKXYZ_API EListError : public EError {
   public:
     using EError::EError;
 };

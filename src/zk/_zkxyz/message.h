@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <functional>
 #include <string>
 
@@ -15,16 +17,16 @@ using BeepHandler = std::function<void()>;
 
 // Installs handler and returns the one before it, which can be called and can be put back. An empty handler installs
 // the default: one line on standard error.
-MessageHandler SetMessageHandler(MessageHandler handler);
+ZKXYZ_API MessageHandler SetMessageHandler(MessageHandler handler);
 
 // Shows text through the installed handler. What the handler throws comes through.
-void ShowMessage(const std::string& text);
+ZKXYZ_API void ShowMessage(const std::string& text);
 
 // Installs handler and returns the one before it. An empty handler installs the default: the bell character on
 // standard error.
-BeepHandler SetBeepHandler(BeepHandler handler);
+ZKXYZ_API BeepHandler SetBeepHandler(BeepHandler handler);
 
 // Beeps through the installed handler.
-void MessageBeep();
+ZKXYZ_API void MessageBeep();
 
 }  // namespace zk

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <cstddef>
 #include <vector>
 
@@ -8,7 +10,7 @@ namespace zk {
 // A list of untyped pointers, the base of the list classes. It does not own what the pointers point to; a descendant
 // that does overrides Dropped, and calls Clear in its destructor. Indexes are 0-based; every bad index throws
 // EListError("List index out of bounds (<index>)") and changes nothing.
-class TPointerList {
+class ZKXYZ_API TPointerList {
   public:
     TPointerList() = default;
     virtual ~TPointerList() = default;

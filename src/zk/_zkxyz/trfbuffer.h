@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zk/_zkxyz/array.h>
+#include <zk/export.h>
 
 namespace zk {
 
@@ -19,15 +20,16 @@ struct TXYXYiBuffer : TTransformBuffer {};  // TXY to TXYI
 // until ClearTrfBuffer, which does not free them. Should Source grow, it moves to a block of its own and the caller's
 // stays untouched. With a null sourceData a zero-filled block is allocated. Target gets n elements and is limited as in
 // ArrayInit: above 10000 bytes it has the count and no block. A negative n counts as 0.
-void InitTrfBuffer(TTransformBuffer& b, int sourceItemSize, int targetItemSize, const void* sourceData, int n);
+ZKXYZ_API void InitTrfBuffer(TTransformBuffer& b, int sourceItemSize, int targetItemSize, const void* sourceData,
+                             int n);
 
 // Frees what b owns; OwnsSource stays as it is. Call it on the record that was made ready, not on a copy.
-void ClearTrfBuffer(TTransformBuffer& b);
+ZKXYZ_API void ClearTrfBuffer(TTransformBuffer& b);
 
 // InitTrfBuffer for n points TXYZ to TXY, TXY to TXY and TXY to TXYI.
-void InitXYZXY(TTransformBuffer& b, int n, const void* p);
-void InitXYXY(TTransformBuffer& b, int n, const void* p);
-void InitXYXYI(TTransformBuffer& b, int n, const void* p);
+ZKXYZ_API void InitXYZXY(TTransformBuffer& b, int n, const void* p);
+ZKXYZ_API void InitXYXY(TTransformBuffer& b, int n, const void* p);
+ZKXYZ_API void InitXYXYI(TTransformBuffer& b, int n, const void* p);
 
 static_assert(offsetof(TTransformBuffer, Target) == 0 && offsetof(TTransformBuffer, Source) == sizeof(TARRAY) &&
               offsetof(TTransformBuffer, OwnsSource) == 2 * sizeof(TARRAY));

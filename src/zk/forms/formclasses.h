@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QObject>
 #include <QStringView>
 
@@ -8,7 +10,7 @@
 namespace zk {
 
 /// A component that forms can hold.
-struct FormClass {
+struct ZKFORMS_API FormClass {
     const char* Name;                  ///< as forms write it: "zk::TZKOglBox"
     const char* Header;                ///< to include: "zk/_zkogltools/box.h"
     const QMetaObject* Class;          ///< the meta-object of that very class
@@ -23,9 +25,9 @@ struct FormClass {
 inline constexpr char FormPage[] = "ZKOgl";
 
 /// All fifteen, in the order in which they stand on their page.
-std::span<const FormClass> FormClasses();
+ZKFORMS_API std::span<const FormClass> FormClasses();
 
 /// The one of that name, written with the namespace or without; null where there is none.
-const FormClass* FindFormClass(QStringView name);
+ZKFORMS_API const FormClass* FindFormClass(QStringView name);
 
 }  // namespace zk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/formreading.h>
 
 #include <QIODevice>
@@ -30,7 +31,7 @@ namespace zk {
 /// Files may come from anywhere: one that is no form, is larger than 64 MiB, nested more than 200 elements deep or has
 /// more than 100,000 widgets loads nothing. Texts are taken as they stand in the file, untranslated, where they are
 /// values of components.
-class FormLoader {
+class ZKFORMS_API FormLoader {
   public:
     /// Null when the file is no form; otherwise the form, not shown yet, owned by `parent` or else by the caller. The
     /// device is opened if it is not open.

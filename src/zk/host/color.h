@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QColor>
 
 #include <cstdint>
@@ -35,12 +37,12 @@ enum TSystemColor : TColor {
 
 /// The red, green and blue of a colour (0x00BBGGRR). A system colour is resolved through the application's palette,
 /// black where there is no GUI application or the index is unknown; the highest byte of other values is dropped.
-TColor ColorToRGB(TColor color);
+ZKHOST_API TColor ColorToRGB(TColor color);
 
 /// The colour as Qt's, always opaque; system colours are resolved.
-QColor ToQColor(TColor color);
+ZKHOST_API QColor ToQColor(TColor color);
 
 /// Qt's colour as ours; its alpha is dropped, an invalid colour becomes black.
-TColor FromQColor(const QColor& color);
+ZKHOST_API TColor FromQColor(const QColor& color);
 
 }  // namespace zk

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QFlags>
 #include <QObject>
 #include <QRect>
@@ -34,7 +36,7 @@ Q_DECLARE_FLAGS(TComponentState, TComponentStateFlag)
 /// component of the same owner and on every component that asked for it with `FreeNotification`. It happens at the
 /// start of the destructor of the library's class, so that the object can still be identified by pointer, name and
 /// class. Whoever is told drops its reference, and may delete further components. GUI thread only.
-class ComponentBase {
+class ZKHOST_API ComponentBase {
   public:
     ComponentBase(const ComponentBase&) = delete;
     ComponentBase& operator=(const ComponentBase&) = delete;
@@ -115,7 +117,7 @@ class ComponentBase {
 };
 
 /// A component that is no widget.
-class TComponent : public QObject, public ComponentBase {
+class ZKHOST_API TComponent : public QObject, public ComponentBase {
     Q_OBJECT
   public:
     /// `owner` deletes the component with itself; it may be null.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QByteArray>
 #include <QMetaType>
 #include <QObject>
@@ -20,7 +22,7 @@ namespace zk {
 /// The component is guarded: one that has gone reads as none. Texts (UTF-8 as QByteArray), `QObject*`, `QWidget*` and
 /// pointers to the library's components convert to it and back. A pointer to a class of your own goes in as
 /// `ComponentRef(pointer)`, or after `RegisterReferenceTarget<TMyShape>()`.
-class ComponentRef {
+class ZKHOST_API ComponentRef {
   public:
     ComponentRef() = default;
     /// Null refers to none.
@@ -63,10 +65,10 @@ class ReferenceTarget {
 
 /// The class whose objects a reference property takes, or null where the class has no reference property of that name.
 /// `property` may be a property of a base class of `component`.
-const QMetaObject* ReferenceKind(const QMetaObject* component, const char* property);
+ZKHOST_API const QMetaObject* ReferenceKind(const QMetaObject* component, const char* property);
 
 /// Says what `ReferenceKind` answers.
-void DeclareReference(const QMetaObject& component, const char* property, const QMetaObject& kind);
+ZKHOST_API void DeclareReference(const QMetaObject& component, const char* property, const QMetaObject& kind);
 
 /// Does so at program start; one object beside the class that has the property, in static storage.
 template <class Component, class Target>

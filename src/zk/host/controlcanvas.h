@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/drawingcanvas.h>
 
 #include <QPointer>
@@ -13,7 +14,7 @@ namespace zk {
 ///
 /// Without a control, or after it has gone, nothing is drawn. While a handle is set (`SetHandle`) that is drawn on
 /// instead.
-class ControlCanvas : public DrawingCanvas {
+class ZKHOST_API ControlCanvas : public DrawingCanvas {
     Q_OBJECT
   public:
     explicit ControlCanvas(QObject* parent = nullptr, QWidget* control = nullptr);

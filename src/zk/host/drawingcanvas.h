@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/color.h>
 
 #include <QBrush>
@@ -30,7 +31,7 @@ namespace zk {
 ///
 /// This class draws on a paint device (`SetHandle`), a QImage for instance; without one it draws nothing.
 /// `ControlCanvas` draws on a control.
-class DrawingCanvas : public QObject {
+class ZKHOST_API DrawingCanvas : public QObject {
     Q_OBJECT
   public:
     explicit DrawingCanvas(QObject* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QColor>
 #include <QImage>
 #include <QObject>
@@ -22,7 +24,7 @@ namespace zk {
 ///
 /// Where the control carries a picture of its own (a visible `GlSurface`), that picture covers what the control paints.
 /// The canvas that made it wipes the layer at its repaints, and shows the layer above the picture when `Show` asks so.
-class DrawingLayer : public QObject {
+class ZKHOST_API DrawingLayer : public QObject {
     Q_OBJECT
   public:
     /// The layer of a control, made at the first call; owned by the control. Null for null, and for a control that is

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QString>
 
 namespace zk {
@@ -8,14 +10,14 @@ namespace zk {
 /// from 1e-5 up to below 1e15, otherwise mantissa, "E" and an exponent without plus sign or padding ("1E20",
 /// "-2.5E-7"). The decimal separator is that of the current locale (`QLocale()`); there are no group separators.
 /// Not-a-number is "NAN", the infinities are "INF" and "-INF".
-QString FloatToStr(double value);
+ZKHOST_API QString FloatToStr(double value);
 
 /// The number that `text` holds, in fixed or exponent notation with the current locale's decimal separator. Blanks
 /// around it are ignored; anything else besides the number, an empty text or a number beyond the range of double raises
 /// `EConvertError`, whose message names the text.
-double StrToFloat(const QString& text);
+ZKHOST_API double StrToFloat(const QString& text);
 
 /// The same without the error: false, and `value` unchanged, where `StrToFloat` would raise.
-bool TryStrToFloat(const QString& text, double& value);
+ZKHOST_API bool TryStrToFloat(const QString& text, double& value);
 
 }  // namespace zk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/component.h>
 #include <zk/host/componentref.h>
 
@@ -16,7 +17,7 @@
 namespace zk {
 
 /// What was wrong with one value of a form. The form is opened all the same, without that value.
-struct FormFault {
+struct ZKHOST_API FormFault {
     enum class Kind {
         UnknownProperty,   ///< the component has no such property
         NoSuchComponent,   ///< a reference to a name that nothing on the form has
@@ -52,7 +53,7 @@ struct FormFault {
 /// A reference by name is set as soon as there is a component of that name and of the right class at or below the
 /// component's owner, so references work when the code that a form was made into returns, also those that point
 /// forwards. GUI thread only.
-class FormReading : public QObject {
+class ZKHOST_API FormReading : public QObject {
     Q_OBJECT
   public:
     /// In force until it ends or goes; what was in force before waits meanwhile.
@@ -130,11 +131,12 @@ class FormReading : public QObject {
 /// For the WRITE function of a reference property: hands the object that `ref` refers to, or null, to `set`; a name is
 /// looked for, and waits for its component if there is none yet. An object that is not of the property's class, and one
 /// that `set` refuses with an error, is a fault while a form is read and raises `EError` otherwise.
-void WriteReference(ComponentBase& component, const char* property, const ComponentRef& ref,
-                    const std::function<void(QObject*)>& set);
+ZKHOST_API void WriteReference(ComponentBase& component, const char* property, const ComponentRef& ref,
+                               const std::function<void(QObject*)>& set);
 
 /// For the WRITE function of a property with text: runs `set`. An error that it raises is a fault while a form is read
 /// and passed on otherwise.
-void WriteText(ComponentBase& component, const char* property, const QString& text, const std::function<void()>& set);
+ZKHOST_API void WriteText(ComponentBase& component, const char* property, const QString& text,
+                          const std::function<void()>& set);
 
 }  // namespace zk

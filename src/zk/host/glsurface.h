@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QPointer>
 #include <QSurfaceFormat>
 #include <QWidget>
@@ -17,7 +19,7 @@ namespace zk {
 ///
 /// The native window below the widget may come and go: a control that moves into another top-level window or is
 /// undocked gets a new one. `Lost` and `Restored` frame that gap.
-class GlSurface : public QWidget {
+class ZKHOST_API GlSurface : public QWidget {
     Q_OBJECT
   public:
     /// The surface of a control, made at the first call. Null for a null control, and for a control that is being

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QImage>
 #include <QSize>
 #include <QString>
@@ -12,10 +14,10 @@ namespace zk {
 enum class PictureFormat { jpeg, icon, wmf, emf, bmp };
 
 /// The format that the name's ending stands for, in any case: .jpg and .jpeg, .ico, .wmf, .emf, .bmp.
-std::optional<PictureFormat> PictureFormatOf(const QString& name);
+ZKHOST_API std::optional<PictureFormat> PictureFormatOf(const QString& name);
 
 /// The greatest power of two that is not above `side`; 0 for sides below 1.
-int PowerOfTwoNotAbove(int side);
+ZKHOST_API int PowerOfTwoNotAbove(int side);
 
 /// What a picture file may take. A file beyond a limit is not loaded.
 struct PictureLimits {
@@ -38,16 +40,16 @@ struct PictureLimits {
 ///
 /// Metafiles are drawn by a program of its own (`MetafileProgram`), so that whatever a file does to the libraries that
 /// read it, the application goes on.
-QImage LoadPicture(const QString& file, PictureFormat format);
+ZKHOST_API QImage LoadPicture(const QString& file, PictureFormat format);
 
 /// As `LoadPicture` does with a picture that is in memory: scaled, without alpha. Null for a null image or one beyond
 /// the limits.
-QImage ScaledToPowerOfTwo(const QImage& picture);
+ZKHOST_API QImage ScaledToPowerOfTwo(const QImage& picture);
 
 /// The program that draws metafiles, or an empty text if there is none: then no metafile can be loaded. It is looked
 /// for beside the application, where it was installed, and where it was built; `SetMetafileProgram` names it for
 /// applications that carry it along elsewhere.
-QString MetafileProgram();
-void SetMetafileProgram(const QString& path);
+ZKHOST_API QString MetafileProgram();
+ZKHOST_API void SetMetafileProgram(const QString& path);
 
 }  // namespace zk

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QMetaProperty>
 #include <QObject>
 #include <QPointer>
@@ -18,13 +20,13 @@ struct PropertyPlace {
 
 /// Follows the readable object properties that a path names. Not valid where a name on the way is no such property, is
 /// none at the moment, or the last one is unknown.
-PropertyPlace FindProperty(const QObject& object, const QString& path);
+ZKHOST_API PropertyPlace FindProperty(const QObject& object, const QString& path);
 
 /// The value of a property; not valid where there is none.
-QVariant ReadProperty(const QObject& object, const QString& path);
+ZKHOST_API QVariant ReadProperty(const QObject& object, const QString& path);
 
 /// A value as a user would read it in a message.
-QString ValueText(const QVariant& value);
+ZKHOST_API QString ValueText(const QVariant& value);
 
 enum class PropertyWritten { Yes, NoSuchProperty, BadValue };
 
@@ -32,6 +34,7 @@ enum class PropertyWritten { Yes, NoSuchProperty, BadValue };
 /// given as UTF-8 bytes and enumerations by name, with or without scopes in front, flags joined by "|". Where the value
 /// is no value of the property (also a number that is not finite or does not fit, and a number that is none of an
 /// enumeration) nothing is written; an error that the setter raises goes no further. `whyNot` gets the reason in words.
-PropertyWritten WriteProperty(QObject& object, const QString& path, const QVariant& value, QString* whyNot = nullptr);
+ZKHOST_API PropertyWritten WriteProperty(QObject& object, const QString& path, const QVariant& value,
+                                         QString* whyNot = nullptr);
 
 }  // namespace zk

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <QFlags>
 #include <QMetaType>
 
@@ -21,7 +23,7 @@ Q_DECLARE_FLAGS(TShiftState, TShiftStateFlag)
 
 /// The state that goes with a mouse event. For a press the pressed button is among those held, for a release it no
 /// longer is.
-TShiftState ShiftStateOf(const QMouseEvent& event);
+ZKHOST_API TShiftState ShiftStateOf(const QMouseEvent& event);
 
 }  // namespace zk
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zk/export.h>
 #include <zk/host/component.h>
 
 #include <QPointer>
@@ -19,7 +20,7 @@ namespace zk {
 /// so, and a series of pictures does not depend on how long each of them takes.
 ///
 /// An error that a handler throws ends in a message; it does not stop the clock.
-class TTimer : public TComponent {
+class ZKHOST_API TTimer : public TComponent {
     Q_OBJECT
     Q_PROPERTY(bool Enabled READ GetEnabled WRITE SetEnabled)
     Q_PROPERTY(int Interval READ GetInterval WRITE SetInterval)

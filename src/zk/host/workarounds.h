@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zk/export.h>
+
 #include <string_view>
 
 namespace zk {
@@ -17,9 +19,9 @@ enum class Workaround {
 };
 
 /// The name in the environment.
-std::string_view NameOf(Workaround workaround);
+ZKHOST_API std::string_view NameOf(Workaround workaround);
 
-bool IsOn(Workaround workaround);
-void SetOn(Workaround workaround, bool on);
+ZKHOST_API bool IsOn(Workaround workaround);
+ZKHOST_API void SetOn(Workaround workaround, bool on);
 
 }  // namespace zk

@@ -23,4 +23,9 @@ int main() {
     for (int i = 0; i < common.Count(); ++i)
         area += std::fabs(zk::Vekt(*common[i])) / 2;
     std::printf("area %g\n", area);
+    try {
+        zk::NewPlane(zk::TXYZARRAY{});
+    } catch (const zk::EError& error) {
+        std::printf("told: %s\n", error.what());
+    }
 }
