@@ -14,7 +14,7 @@ constexpr TXY Newpt(double x, double y) {
     return {x, y};
 }
 
-// Two whole numbers make a point of pixels; as soon as one of them is not whole, a point of doubles.
+/// Two whole numbers make a point of pixels; as soon as one of them is not whole, a point of doubles.
 constexpr TXYI Newpt(int x, int y) {
     return {x, y};
 }
@@ -29,13 +29,13 @@ constexpr TXYI Newpti(int x, int y) {
     return {x, y};
 }
 
-// The box with the corners (x1, y1) and (x2, y2), stored in that order whichever is the lower.
+/// The box with the corners (x1, y1) and (x2, y2), stored in that order whichever is the lower.
 constexpr TXYBox Newpt(double x1, double y1, double x2, double y2) {
     return {{x1, y1}, {x2, y2}};
 }
 
-// The smallest box that holds box and p. Starting from SmallRect, SmallRect2d or SmallRect3d the first point sets both
-// corners (points within the bounds of BigRect, that is). Coordinates that are NaN change nothing.
+/// The smallest box that holds box and p. Starting from SmallRect, SmallRect2d or SmallRect3d the first point sets both
+/// corners (points within the bounds of BigRect, that is). Coordinates that are NaN change nothing.
 constexpr TRect Extend(const TRect& box, const TXYI& p) {
     return {p.x < box.left ? p.x : box.left, p.y < box.top ? p.y : box.top, p.x > box.right ? p.x : box.right,
             p.y > box.bottom ? p.y : box.bottom};

@@ -26,24 +26,24 @@
 namespace zk {
 
 struct TARRAY {
-    std::uint32_t Reserved = 0;  // 0, not used
-    std::int32_t ItemSize = 0;   // bytes per element
-    std::int32_t Delta = 0;      // growth step in elements
-    std::int32_t Capacity = 0;   // elements allocated, as the growth by Delta makes it
-    std::int32_t Count = 0;      // elements in use
-    void* Data = nullptr;        // the block of Capacity * ItemSize bytes, or null
+    std::uint32_t Reserved = 0;  ///< 0, not used
+    std::int32_t ItemSize = 0;   ///< bytes per element
+    std::int32_t Delta = 0;      ///< growth step in elements
+    std::int32_t Capacity = 0;   ///< elements allocated, as the growth by Delta makes it
+    std::int32_t Count = 0;      ///< elements in use
+    void* Data = nullptr;        ///< the block of Capacity * ItemSize bytes, or null
 };
 
-// An array of T: the same record, with ItemSize fixed by the type.
+/// An array of T: the same record, with ItemSize fixed by the type.
 template <class T>
 struct TypedARRAY : TARRAY {
     using Item = T;
 
-    // The elements in use. Empty when the array has no block, or was made ready for elements of another size.
+    /// The elements in use. Empty when the array has no block, or was made ready for elements of another size.
     std::span<T> Items() { return {static_cast<T*>(Data), Usable()}; }
     std::span<const T> Items() const { return {static_cast<const T*>(Data), Usable()}; }
 
-    // Element i, 0-based; EListError when there is none.
+    /// Element i, 0-based; EListError when there is none.
     T& operator[](int i) { return Items()[Checked(i)]; }
     const T& operator[](int i) const { return Items()[Checked(i)]; }
 
@@ -72,8 +72,8 @@ concept AnyTypedARRAY = AnyARRAY<A> && requires {
     typename A::Item;
 };
 
-// Allocates a zero-filled record on the heap and stores its address in p. The record goes with delete, after
-// ArrayClear or ArrayDispose.
+/// Allocates a zero-filled record on the heap and stores its address in p. The record goes with delete, after
+/// ArrayClear or ArrayDispose.
 template <AnyARRAY A>
 void ArrayNew(A*& p) {
     p = new A{};
@@ -83,71 +83,71 @@ A* ArrayNew() {
     return new A{};
 }
 
-// Makes arr ready: empty, Delta := delta (5 when delta is 0 or negative), Capacity := Delta, and a zero-filled block of
-// Delta * ItemSize bytes. A block that arr had is not freed. A negative itemSize counts as 0.
-// A first block of more than 10000 bytes is immodest: the message "bescheidenheit ist eine tugend" is shown, and the
-// array has no block (Data null, Capacity as asked for). Later growth has no limit, so a large array is made with a
-// small delta and Arraysetcount.
+/// Makes arr ready: empty, Delta := delta (5 when delta is 0 or negative), Capacity := Delta, and a zero-filled block
+/// of Delta * ItemSize bytes. A block that arr had is not freed. A negative itemSize counts as 0. A first block of more
+/// than 10000 bytes is immodest: the message "bescheidenheit ist eine tugend" is shown, and the array has no block
+/// (Data null, Capacity as asked for). Later growth has no limit, so a large array is made with a small delta and
+/// Arraysetcount.
 ZKXYZ_API void ArrayInit(TARRAY& arr, int itemSize, int delta);
 template <AnyTypedARRAY A>
 void ArrayInit(A& arr, int delta = 5) {
     ArrayInit(arr, static_cast<int>(sizeof(typename A::Item)), delta);
 }
 
-// Frees the block; Count, Capacity and Delta become 0, ItemSize stays. When the block had more than 10000 bytes, the
-// message "bescheidenheit ist eine tugend (freigeben)" is shown. A Data that is no block of this unit is left alone,
-// with the message "exception bei FreeMem von ArrayClear" and a beep.
+/// Frees the block; Count, Capacity and Delta become 0, ItemSize stays. When the block had more than 10000 bytes, the
+/// message "bescheidenheit ist eine tugend (freigeben)" is shown. A Data that is no block of this unit is left alone,
+/// with the message "exception bei FreeMem von ArrayClear" and a beep.
 ZKXYZ_API void ArrayClear(TARRAY& arr);
 
-// Frees the block without a word; Data null, Capacity and Count 0. Delta stays, so that the array can be used again.
+/// Frees the block without a word; Data null, Capacity and Count 0. Delta stays, so that the array can be used again.
 ZKXYZ_API void ArrayDispose(TARRAY& arr);
 
-// Clears dst, makes it ready with src's ItemSize and src's Capacity as its Delta, and copies count and block. A src of
-// more than 10000 bytes runs into the limit of ArrayInit: dst then has the count and no block (_Copy of _zkxyarrays
-// has no limit). A copy of src onto itself, or onto a record that shares its block, leaves src as it is.
+/// Clears dst, makes it ready with src's ItemSize and src's Capacity as its Delta, and copies count and block. A src of
+/// more than 10000 bytes runs into the limit of ArrayInit: dst then has the count and no block (_Copy of _zkxyarrays
+/// has no limit). A copy of src onto itself, or onto a record that shares its block, leaves src as it is.
 ZKXYZ_API void ArrayCopy(TARRAY& dst, const TARRAY& src);
 
-// The address of element i. The slots between Count and Capacity count as elements here; null outside the block.
+/// The address of element i. The slots between Count and Capacity count as elements here; null outside the block.
 ZKXYZ_API void* ArrayGetData(TARRAY& arr, int i);
 ZKXYZ_API const void* ArrayGetData(const TARRAY& arr, int i);
 
-// Makes room for a zero-filled element at i, at the end when i is negative, and returns its address. Grows by Delta
-// when full (a Delta of 0 becomes 5); after a growth the unused slots are zero. Null, and nothing done, when i is above
-// Count or the array has no block.
+/// Makes room for a zero-filled element at i, at the end when i is negative, and returns its address. Grows by Delta
+/// when full (a Delta of 0 becomes 5); after a growth the unused slots are zero. Null, and nothing done, when i is
+/// above Count or the array has no block.
 ZKXYZ_API void* ArrayInsert(TARRAY& arr, int i);
 
-// Count := n, growing by Delta (a Delta of 0 becomes 5) until n elements fit. Shrinking keeps the block; new elements
-// are whatever the block holds, which is zero after a growth. A negative n counts as 0.
+/// Count := n, growing by Delta (a Delta of 0 becomes 5) until n elements fit. Shrinking keeps the block; new elements
+/// are whatever the block holds, which is zero after a growth. A negative n counts as 0.
 ZKXYZ_API void Arraysetcount(TARRAY& arr, int n);
 
-// Makes room at i as ArrayInsert does, and copies one element from p into it. Unlike ArrayInsert it does nothing on a
-// full array whose Delta is 0 (after ArrayClear: call ArrayInit first). A null p leaves what the slot holds. An i
-// outside 0..Count moves and copies nothing, and still counts one element more: the array's own choice. p may point
-// into the array.
+/// Makes room at i as ArrayInsert does, and copies one element from p into it. Unlike ArrayInsert it does nothing on a
+/// full array whose Delta is 0 (after ArrayClear: call ArrayInit first). A null p leaves what the slot holds. An i
+/// outside 0..Count moves and copies nothing, and still counts one element more: the array's own choice. p may point
+/// into the array.
 ZKXYZ_API void ArrayInsertData(TARRAY& arr, int i, const void* p);
 
-// ArrayInsertData at the end.
+/// ArrayInsertData at the end.
 ZKXYZ_API void ArrayAdd(TARRAY& arr, const void* p);
 
-// Copies one element from p to the end, growing as ArrayInsertData does. A null p leaves what the slot holds.
+/// Copies one element from p to the end, growing as ArrayInsertData does. A null p leaves what the slot holds.
 ZKXYZ_API void ArrayAppendData(TARRAY& arr, const void* p);
 
-// Appends n elements from p, growing as Arraysetcount does. A null p appends what the block holds; an n of 0 or less
-// nothing. p may point into the array; no more is then read than the block has.
+/// Appends n elements from p, growing as Arraysetcount does. A null p appends what the block holds; an n of 0 or less
+/// nothing. p may point into the array; no more is then read than the block has.
 ZKXYZ_API void ArrayAddData(TARRAY& arr, int n, const void* p);
 
-// Takes element i out; those above it move down by one. Nothing for an i outside 0..Count-1.
+/// Takes element i out; those above it move down by one. Nothing for an i outside 0..Count-1.
 ZKXYZ_API void ArrayDeleteData(TARRAY& arr, int i);
 
-// Takes n elements out from i on. One element more than remain moves down, where the block has one: the slot after the
-// last element comes along, by choice. Nothing when i..i+n is not within 0..Count.
+/// Takes n elements out from i on. One element more than remain moves down, where the block has one: the slot after the
+/// last element comes along, by choice. Nothing when i..i+n is not within 0..Count.
 ZKXYZ_API void ArrayDeletedaten(TARRAY& arr, int i, int n);
 
-// Makes a ready for n points (as its Delta) and copies them from p; a null p gives n zero points. n is limited as in
-// ArrayInit: above 625 points a has the count and no block. A negative n counts as 0.
+/// Makes a ready for n points (as its Delta) and copies them from p; a null p gives n zero points. n is limited as in
+/// ArrayInit: above 625 points a has the count and no block. A negative n counts as 0.
 ZKXYZ_API void InitXY(TXYARRAY& a, int n, const void* p);
 
-// Holds an array, and frees its block (without a message) when it goes.
+/// Holds an array, and frees its block (without a message) when it goes.
 template <AnyTypedARRAY A>
 class ArrayOwner {
   public:
@@ -166,7 +166,7 @@ class ArrayOwner {
     A* operator->() { return &array_; }
     const A* operator->() const { return &array_; }
 
-    // Hands the array over: the caller frees it from now on.
+    /// Hands the array over: the caller frees it from now on.
     A Release() { return std::exchange(array_, A{}); }
 
   private:

@@ -7,8 +7,8 @@
 
 namespace zk {
 
-// A list of heap arrays that owns both the records and their blocks. Each array is in a list at most once. Freeing an
-// array of more than 10000 bytes shows the message of ArrayClear. A bad index throws EListError.
+/// A list of heap arrays that owns both the records and their blocks. Each array is in a list at most once. Freeing an
+/// array of more than 10000 bytes shows the message of ArrayClear. A bad index throws EListError.
 template <class A>
 class TArrayList : public TPointerList {
   public:
@@ -20,7 +20,7 @@ class TArrayList : public TPointerList {
         }
     }
 
-    // Appends a new empty array with Delta 5 and returns it. The list owns it.
+    /// Appends a new empty array with Delta 5 and returns it. The list owns it.
     A* AddArray() {
         ArrayOwner<A> ready(5);
         A* array = ArrayNew<A>();
@@ -34,8 +34,8 @@ class TArrayList : public TPointerList {
         return array;
     }
 
-    // Appends an array made by ArrayNew, which the list owns from now on, and returns its index; the index it has when
-    // it is in the list already.
+    /// Appends an array made by ArrayNew, which the list owns from now on, and returns its index; the index it has when
+    /// it is in the list already.
     int Add(A* array) {
         const int there = array ? IndexOf(array) : -1;
         return there >= 0 ? there : TPointerList::Add(array);
@@ -44,8 +44,8 @@ class TArrayList : public TPointerList {
     A* Getitem(int i) const { return static_cast<A*>(Get(i)); }
     A* operator[](int i) const { return Getitem(i); }
 
-    // Puts array, made by ArrayNew, at i. The list owns it from now on; where it was in the list before, a null is
-    // left. The array that was at i is returned and is the caller's.
+    /// Puts array, made by ArrayNew, at i. The list owns it from now on; where it was in the list before, a null is
+    /// left. The array that was at i is returned and is the caller's.
     A* Setitem(int i, A* array) {
         A* old = Getitem(i);
         if (old == array)
@@ -58,7 +58,7 @@ class TArrayList : public TPointerList {
     }
     A* Put(int i, A* array) { return Setitem(i, array); }
 
-    // Takes the array at i out of the list and hands it to the caller; those after it move down.
+    /// Takes the array at i out of the list and hands it to the caller; those after it move down.
     A* Take(int i) {
         A* array = Getitem(i);
         TPointerList::Put(i, nullptr);

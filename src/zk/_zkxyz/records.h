@@ -9,21 +9,21 @@
 // tolerant comparison of coordinates is Equals of _zkmath.
 namespace zk {
 
-// 2D point or vector.
+/// 2D point or vector.
 struct TXY {
     double x = 0;
     double y = 0;
     friend bool operator==(const TXY&, const TXY&) = default;
 };
 
-// 2D point in device pixels.
+/// 2D point in device pixels.
 struct TXYI {
     std::int32_t x = 0;
     std::int32_t y = 0;
     friend bool operator==(const TXYI&, const TXYI&) = default;
 };
 
-// 3D point or vector.
+/// 3D point or vector.
 struct TXYZ {
     double x = 0;
     double y = 0;
@@ -31,13 +31,13 @@ struct TXYZ {
     friend bool operator==(const TXYZ&, const TXYZ&) = default;
 };
 
-// Homogeneous 4x4 transform, row-major. Points are row vectors multiplied from the left, p' = (x, y, z, 1) * M, so the
-// translation is in row 3 and Mulmat(A, B) means first A, then B. data() is the order in which OpenGL's matrix calls
-// take sixteen doubles, so that a matrix goes to OpenGL as it stands.
+/// Homogeneous 4x4 transform, row-major. Points are row vectors multiplied from the left, p' = (x, y, z, 1) * M, so the
+/// translation is in row 3 and Mulmat(A, B) means first A, then B. data() is the order in which OpenGL's matrix calls
+/// take sixteen doubles, so that a matrix goes to OpenGL as it stands.
 struct Tmatrix {
     double e[4][4] = {};
 
-    // Row i; i in 0..3, unchecked.
+    /// Row i; i in 0..3, unchecked.
     double* operator[](int i) { return e[i]; }
     const double* operator[](int i) const { return e[i]; }
 
@@ -47,9 +47,9 @@ struct Tmatrix {
     friend bool operator==(const Tmatrix&, const Tmatrix&) = default;
 };
 
-// Coordinate frame. The axes are expected to be orthonormal: the routines that convert into a frame project onto them
-// with dot products and are exact inverses of those that convert out of it only then. Either handedness occurs
-// (PlaneToBase makes left-handed frames).
+/// Coordinate frame. The axes are expected to be orthonormal: the routines that convert into a frame project onto them
+/// with dot products and are exact inverses of those that convert out of it only then. Either handedness occurs
+/// (PlaneToBase makes left-handed frames).
 struct TBAse {
     TXYZ Origin;
     TXYZ XAxis;
@@ -58,21 +58,21 @@ struct TBAse {
     friend bool operator==(const TBAse&, const TBAse&) = default;
 };
 
-// Plane through a point, with a unit normal.
+/// Plane through a point, with a unit normal.
 struct TPlane {
     TXYZ Origin;
     TXYZ Normal;
     friend bool operator==(const TPlane&, const TPlane&) = default;
 };
 
-// Line through a point with a direction, which need not be of unit length.
+/// Line through a point with a direction, which need not be of unit length.
 struct TGerade {
     TXYZ Origin;
     TXYZ Direction;
     friend bool operator==(const TGerade&, const TGerade&) = default;
 };
 
-// Integer box in device pixels.
+/// Integer box in device pixels.
 struct TRect {
     std::int32_t left = 0;
     std::int32_t top = 0;
@@ -81,15 +81,15 @@ struct TRect {
     friend bool operator==(const TRect&, const TRect&) = default;
 };
 
-// 2D box, minimum corner then maximum corner. Both boxes of doubles may be inverted (minimum above maximum): that is
-// the neutral start for accumulating a bounding box.
+/// 2D box, minimum corner then maximum corner. Both boxes of doubles may be inverted (minimum above maximum): that is
+/// the neutral start for accumulating a bounding box.
 struct TXYBox {
     TXY Min;
     TXY Max;
     friend bool operator==(const TXYBox&, const TXYBox&) = default;
 };
 
-// 3D box, minimum corner then maximum corner.
+/// 3D box, minimum corner then maximum corner.
 struct TXYZBox {
     TXYZ Min;
     TXYZ Max;
