@@ -55,6 +55,9 @@ function(zk_add_unit name)
   string(REGEX REPLACE "^_" "" plain ${name})
   string(TOUPPER ${plain} plain)
   target_compile_definitions(${name} PRIVATE ${plain}_BUILT)
+  set_property(GLOBAL APPEND PROPERTY ZKOGL_API_MACROS ${plain}_API)
+  list(TRANSFORM unit_INTERNAL PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/ OUTPUT_VARIABLE internal)
+  set_property(GLOBAL APPEND PROPERTY ZKOGL_INTERNAL_HEADERS ${internal})
   set_target_properties(${name} PROPERTIES
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden

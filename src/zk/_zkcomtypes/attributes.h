@@ -24,6 +24,7 @@ class ZKCOMTYPES_API Tattributes : public TZkgraphicsobject, private ChangeListe
     Q_PROPERTY(zk::Tmaterial* Material READ getMaterial WRITE SetMaterial)
     Q_PROPERTY(zk::TTexture* Texture READ getTexture WRITE SetTexture)
   public:
+    /// What `HookChanges` calls.
     using TChangeHandler = std::function<void(QObject* sender)>;
 
     /// Holds new objects of the base classes; an owner that is bound to OpenGL replaces them by its own kinds.
@@ -32,7 +33,9 @@ class ZKCOMTYPES_API Tattributes : public TZkgraphicsobject, private ChangeListe
 
     /// The owned objects; null only after a `Replace…(nullptr)` or a deletion from outside.
     TPolyAttributes* getPolyStyle() const { return polyStyle_; }
+    /// As `getPolyStyle`.
     Tmaterial* getMaterial() const { return material_; }
+    /// As `getPolyStyle`.
     TTexture* getTexture() const { return texture_; }
 
     /// The `Set…` operations copy the argument's values into the owned object through its virtual setters and then
@@ -40,13 +43,16 @@ class ZKCOMTYPES_API Tattributes : public TZkgraphicsobject, private ChangeListe
     virtual void SetMaterial(Tmaterial* M);
     /// Copies the mode only; the style stays, by choice: it says what is being drawn right now, not how it looks.
     virtual void setPolyStyle(TPolyAttributes* P);
+    /// Copies the whole description; see `SetMaterial`.
     virtual void SetTexture(TTexture* T);
 
     /// The `Replace…` operations delete the owned object and own the argument instead, whatever owned it before;
     /// nothing is notified, hooks move over to the new object. The argument may be null, which leaves none, or the
     /// object owned already, which changes nothing.
     virtual void ReplaceMaterial(Tmaterial* M);
+    /// As `ReplaceMaterial`.
     virtual void ReplacePolyStyle(TPolyAttributes* P);
+    /// As `ReplaceMaterial`.
     virtual void ReplaceTexture(TTexture* T);
 
     /// Always raises `EAssignError`.

@@ -31,6 +31,7 @@ class ZKCOMTYPES_API TDisplayList : public TComponent {
 
     /// The shape at `Index`, from 0; raises `EListError` outside the list. Never null.
     TZkShape* GetZkShape(int Index) const;
+    /// How many entries the list has; a shape that is in it twice counts twice.
     int GetShapeCount() const;
 
     /// The position of a component in the list, or −1.
@@ -52,6 +53,7 @@ class ZKCOMTYPES_API TDisplayList : public TComponent {
     virtual void Invalidate();
 
   Q_SIGNALS:
+    /// The list is about to be played, before its first shape.
     void OnPlay(QObject* sender);
 
   protected:

@@ -21,6 +21,7 @@ class TZkgraphicsobject;
 /// that owns it. There are four attribute objects to every shape, and a connection costs more memory than the values.
 class ChangeListener {
   public:
+    /// A value of `object` may have changed; it must not be deleted here.
     virtual void ObjectChanged(TZkgraphicsobject* object) = 0;
 
   protected:

@@ -34,24 +34,32 @@ class ZKCOMTYPES_API Tlight : public TComponent {
     /// linear (`glvalue::LinearAttenuation`).
     virtual double GEtattenuation() const;
     virtual void setattenuation(double Value);
+    /// Which of OpenGL's three the factor is: `glvalue::ConstantAttenuation`, `LinearAttenuation` or
+    /// `QuadraticAttenuation`.
     virtual std::int32_t GEtattenuationMode() const;
     virtual void setattenuationMode(std::int32_t Value);
 
     /// World coordinates.
     virtual TXYZ GetPosition() const;
     virtual void SetPosition(const TXYZ& Value);
+    /// Where a spot shines, in world coordinates.
     virtual void SetDirection(const TXYZ& Value);
     virtual TXYZ GetDirection() const;
 
+    /// Switches the light on or off.
     virtual void SetEnabled(bool Value);
 
+    /// What it adds to every surface, wherever that is turned.
     virtual TColor GetAmbient() const;
     virtual void SetAmbient(TColor Value);
+    /// What surfaces that face the light scatter.
     virtual TColor GetDiffuse() const;
     virtual void SetDiffuse(TColor Value);
+    /// The colour of highlights.
     virtual TColor GetSpecular() const;
     virtual void SetSpecular(TColor Value);
 
+    /// How much the light of a spot falls off from its axis outwards; 0 is even.
     virtual void SetSpotExponent(double Value);
     /// Degrees.
     virtual void SetSpotCutOff(double Value);

@@ -15,12 +15,15 @@ class ZKCOMTYPES_API TLights {
   public:
     /// An empty list for lights of a kind. The kind is remembered, not enforced.
     explicit TLights(const TLightClass& LightClass = Tlight::Class());
+    /// Deletes the lights that are still in the list, the last one first.
     ~TLights();
     TLights(const TLights&) = delete;
     TLights& operator=(const TLights&) = delete;
 
+    /// The kind that the list was made for.
     const TLightClass& LightClass() const { return lightClass_; }
 
+    /// How many lights are in the list.
     int Count() const;
 
     /// The light at `Index`, from 0; raises `EListError` outside the list. Never null.

@@ -31,16 +31,22 @@ class ZKCOMTYPES_API Tmaterial : public TZkgraphicsobject {
     /// 1 is opaque, 0 invisible.
     virtual double GetTranslucent() const;
     virtual void SetTranslucent(double Value);
+    /// The side of faces that the material is for.
     virtual TMFace GetFace() const;
     virtual void SetFace(TMFace Value);
+    /// How it answers to light from everywhere.
     virtual TColor GetAmbient() const;
     virtual void SetAmbient(TColor Value);
+    /// The colour that it scatters in the light.
     virtual TColor GetDiffuse() const;
     virtual void SetDiffuse(TColor Value);
+    /// The colour of its highlights.
     virtual TColor GetSpecular() const;
     virtual void SetSpecular(TColor Value);
+    /// The colour in which it shines by itself, without any light.
     virtual TColor GetEmission() const;
     virtual void SetEmission(TColor Value);
+    /// How small and sharp highlights are: 0 to 128 for OpenGL.
     virtual double GetShininess() const;
     virtual void SetShininess(double Value);
 
@@ -60,6 +66,7 @@ class ZKCOMTYPES_API Tmaterial : public TZkgraphicsobject {
     /// Since every setter resets the kind, it reads `NoDefMat` again when a preset has been applied: writing it is a
     /// trigger, and writing the same kind twice applies the preset twice.
     void SetMatKind(TDefmatKind Kind);
+    /// The preset that was applied last, or `NoDefMat` after any other setter; see `SetMatKind`.
     TDefmatKind GetDefKind() const { return defKind_; }
 
     QColor ambientColor() const { return ToQColor(GetAmbient()); }

@@ -14,6 +14,7 @@ class ZKCOMTYPES_API TPolyAttributes : public TZkgraphicsobject {
     explicit TPolyAttributes(QObject* parent = nullptr);
 
     virtual TPAMode GetMode() const;
+    /// What a run of points is drawn as.
     virtual TPAStyle GetStyle() const;
     /// Both setters store and notify, without comparing or checking.
     virtual void SetMode(TPAMode Value);

@@ -33,6 +33,7 @@ class ZKCOMTYPES_API TZkShape : public TComponent {
     virtual void Play();
 
   Q_SIGNALS:
+    /// The shape is being played. What a handler draws belongs to it.
     void OnPlay(QObject* sender);
 
   protected:

@@ -31,9 +31,13 @@ class ZKCOMTYPES_API TTexture : public TZkgraphicsobject {
   public:
     explicit TTexture(QObject* parent = nullptr);
 
+    /// World size of one repetition along the Y axis of the base.
     virtual void SetWorldheight(double Value);
+    /// World size of one repetition along the X axis of the base.
     virtual void SetWorldWidth(double Value);
+    /// World size of one repetition along the Y axis of the base.
     virtual double getWorldHeight() const;
+    /// World size of one repetition along the X axis of the base.
     virtual double getWorldwidth() const;
 
     /// The whole description, read through the virtual getters.
@@ -44,9 +48,13 @@ class ZKCOMTYPES_API TTexture : public TZkgraphicsobject {
     /// they come with the picture. The name is cut to `PicNameLength` characters.
     virtual void SettextureKind(const TTextureKind& Kind);
 
+    /// Whether the picture is laid on.
     virtual bool GetVisible() const;
+    /// Whether the picture is repeated beyond its edges; otherwise the edge goes on.
     virtual bool GetREpeat() const;
+    /// How the picture is sampled.
     virtual TTexFilter GetFilter() const;
+    /// How the picture is combined with the lit colour beneath.
     virtual TTexEnvMode GetEnvmode() const;
     virtual void SetVisible(bool Value);
     virtual void SetRepeat(bool Value);
@@ -60,23 +68,30 @@ class ZKCOMTYPES_API TTexture : public TZkgraphicsobject {
 
     /// Size of the picture in pixels, 0 without one.
     virtual std::int32_t getwidth() const;
+    /// Height of the picture in pixels, 0 without one.
     virtual std::int32_t getHeight() const;
 
     /// The frame in which the texture is laid.
     virtual void Setbase(const TBAse& Value);
     virtual TBAse getBAse() const;
 
+    /// Stores the width in pixels; pictures set it themselves.
     virtual void SetWidth(std::int32_t Value);
+    /// Stores the height in pixels; pictures set it themselves.
     virtual void SetHeight(std::int32_t Value);
 
     /// Stores the pixels alone: no notification, and width and height stay as they are. Whoever hands them on must
     /// check that there are 3 · width · height bytes.
     virtual void SetPixels(const TPixels& Value);
 
+    /// Kept with the texture and its description; nothing in the library asks for it.
     void SetbaseFix(bool Value);
 
+    /// The name of the picture file, empty for none.
     PicName GetPicture() const { return picture_; }
+    /// See `SetbaseFix`.
     bool GetbaseFix() const { return baseFix_; }
+    /// The pixels of the loaded picture, or null.
     const TPixels& GetPixels() const { return pixels_; }
 
     /// True once `Setbase` was called; the constructor's own defaults count.

@@ -35,15 +35,16 @@ class ZKCOMTYPES_API TTextureItem {
     /// the name where the file cannot be read.
     bool MakeByteArray();
 
-    TPixels Pixels;
-    std::int32_t Height = 0;
-    std::int32_t Width = 0;
-    QString Name;  ///< the file name under which it was registered
+    TPixels Pixels;           ///< null where the picture could not be loaded
+    std::int32_t Height = 0;  ///< pixels
+    std::int32_t Width = 0;   ///< pixels
+    QString Name;             ///< the file name under which it was registered
 
   private:
     bool take(const QImage& picture);
 };
 
+/// Shared by the registry and by whoever shows the picture.
 using PTextureItem = std::shared_ptr<TTextureItem>;
 
 /// The pictures that are registered, each file once, for the whole process. A slot whose picture has been removed is
@@ -81,6 +82,7 @@ class ZKCOMTYPES_API TextureNews : public QObject {
     static TextureNews& Get();
 
   Q_SIGNALS:
+    /// A picture has left; `pixels` are those it had.
     void Removed(const zk::TPixels& pixels);
 };
 

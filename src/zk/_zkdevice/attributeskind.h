@@ -7,10 +7,10 @@ namespace zk {
 
 /// A whole attribute set by value.
 struct TAttributesKind {
-    TTextureKind Texture;
-    Tmaterialkind Material;
-    TPAMode Mode = glfill;
-    TPAStyle Style = glpolygon;
+    TTextureKind Texture;        ///< the texture
+    Tmaterialkind Material;      ///< the material
+    TPAMode Mode = glfill;       ///< how polygons are rasterised
+    TPAStyle Style = glpolygon;  ///< what a run of points is drawn as
 
     friend bool operator==(const TAttributesKind&, const TAttributesKind&) = default;
 };

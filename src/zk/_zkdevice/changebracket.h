@@ -17,10 +17,12 @@ namespace zk {
 /// ```
 class ChangeBracket {
   public:
+    /// Opens a bracket on `device`, which may be null.
     explicit ChangeBracket(TZKDevice* device) : device_(device) {
         if (device_)
             device_->SetChanging(true);
     }
+    /// Closes it.
     ~ChangeBracket() {
         if (device_)
             device_->SetChanging(false);

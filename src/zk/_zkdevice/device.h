@@ -41,12 +41,13 @@ class ZKDEVICE_API TZKDevice : public TComponent {
     /// A descendant whose lights are its own deletes them with `FreeLights`.
     ~TZKDevice() override;
 
-    // Bounds in pixels. Left and top move alone: right and bottom stay, so that width and height change with them. Sums
-    // beyond 32 bits wrap around.
+    /// The left edge in pixels. Set alone: right stays, the width changes. Sums beyond 32 bits wrap around.
     std::int32_t GetLeft() const { return bounds_.left; }
+    /// The top edge in pixels. Set alone: bottom stays, the height changes.
     std::int32_t GetTop() const { return bounds_.top; }
     void SetLeft(std::int32_t Value) { bounds_.left = Value; }
     void SetTop(std::int32_t Value) { bounds_.top = Value; }
+    /// The bounds in pixels.
     const TRect& GetBounds() const { return bounds_; }
 
     /// Appends a light, also one that is in the list already. The list does not own what it lists, see the destructor;
@@ -55,7 +56,9 @@ class ZKDEVICE_API TZKDevice : public TComponent {
     /// Takes the first occurrence out, without deleting the light.
     virtual void RemoveLight(Tlight* Light);
 
+    /// Bottom minus top, in pixels. Setting it moves the bottom.
     virtual std::int32_t GetHeight() const;
+    /// Right minus left, in pixels. Setting it moves the right edge.
     virtual std::int32_t GetWidth() const;
     virtual void SetHeight(std::int32_t Value);
     virtual void SetWidth(std::int32_t Value);
@@ -65,20 +68,24 @@ class ZKDEVICE_API TZKDevice : public TComponent {
 
     /// The model matrix as a frame.
     virtual TBAse GetDrawBAse() const;
+    /// The frame that projects: its XY plane is the projection plane, its Z axis points to the eye.
     virtual TBAse GetprojectionBAse() const;
 
     /// Degrees.
     virtual void SetBlickWinkel(double Value);
     virtual double GetBlickwinkel() const;
 
+    /// A number of pixels per centimetre that is kept for descendants; nothing here uses it.
     virtual void SetDefaultUNits(double Value);
     double GetDefaultUNits() const { return defaultUNits_; }
 
     /// Sets the model matrix, through `SetModelMatrix`.
     virtual void SetDrawbase(const TBAse& Value);
 
+    /// Kept for descendants; nothing here asks for it.
     virtual void Setenabled2d(bool Value);
     bool GetEnabled2d() const { return enabled2d_; }
+    /// Off: projected lines are not drawn.
     virtual void Setenabled3d(bool Value);
     bool GetEnabled3d() const { return enabled3d_; }
 
@@ -110,13 +117,18 @@ class ZKDEVICE_API TZKDevice : public TComponent {
 
     /// Marks the beginning and the end of painting; descendants draw in an override and call these.
     virtual void BeginPaint();
+    /// As `BeginPaint`.
     virtual void EndPaint();
+    /// What the device is doing now.
     TDeviceState GetDeviceStates() const { return deviceStates_; }
 
     /// Drawing of projected lines. Nothing is drawn without a 2D device or while `Enabled3d` is off.
     virtual void PolyLine3D(const TXYZARRAY& A);
+    /// Every array of the list as `PolyLine3D` draws it.
     virtual void PolyPolyline3D(const TlistOFxyzArray& L);
+    /// A line from where the 2D device's pen is to the pixel of P.
     virtual void LineTo3d(const TXYZ& P);
+    /// Moves the 2D device's pen to the pixel of P.
     virtual void Moveto3d(const TXYZ& P);
 
     /// Draws nothing here.

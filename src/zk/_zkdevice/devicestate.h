@@ -13,10 +13,15 @@ enum TDeviceStates : std::uint8_t {
 /// A set of `TDeviceStates`, one byte; `DsPainting` is the lowest bit.
 class TDeviceState {
   public:
+    /// Nothing is being done.
     constexpr TDeviceState() = default;
+    /// Whether `state` is in the set.
     constexpr bool Contains(TDeviceStates state) const { return bits_ & bit(state); }
+    /// Adds `state`.
     constexpr void Include(TDeviceStates state) { bits_ = std::uint8_t(bits_ | bit(state)); }
+    /// Takes `state` out.
     constexpr void Exclude(TDeviceStates state) { bits_ = std::uint8_t(bits_ & ~bit(state)); }
+    /// The set as a number: bit n is the state with the ordinal n.
     constexpr std::uint8_t Bits() const { return bits_; }
 
     friend constexpr bool operator==(const TDeviceState&, const TDeviceState&) = default;

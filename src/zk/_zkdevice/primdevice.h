@@ -39,8 +39,11 @@ class ZKDEVICE_API TZKPrimdevice : public TComponent {
     explicit TZKPrimdevice(QObject* owner = nullptr);
     ~TZKPrimdevice() override;
 
+    /// What can be drawn on.
     virtual QRect GetClipRect();
+    /// Where `LineTo` begins.
     virtual QPoint GetPenPos();
+    /// The colour of a pixel.
     virtual TColor GetPixel(int X, int Y);
     virtual void SetBrush(const QBrush& Value);
     virtual void SetFont(const QFont& Value);
@@ -49,9 +52,13 @@ class ZKDEVICE_API TZKPrimdevice : public TComponent {
     virtual void SetPen(const QPen& Value);
     virtual void SetPenPos(const QPoint& Value);
     virtual void SetPixel(int X, int Y, TColor Value);
+    /// What insides are filled with.
     virtual QBrush GetBrush();
+    /// How `BrushCopy` meets what is there already.
     virtual QPainter::CompositionMode GetCopyMode();
+    /// The font of texts.
     virtual QFont GetFont();
+    /// Colour, width and pattern of outlines, and the colour of texts.
     virtual QPen GetPen();
     /// Qt::AlignmentFlag and Qt::TextFlag values.
     virtual int GetTextFlags();
@@ -66,24 +73,33 @@ class ZKDEVICE_API TZKPrimdevice : public TComponent {
     virtual void BrushCopy(const QRect& Dest, const QImage& Image, const QRect& Source, TColor Color);
     /// As `Arc`, closed by a line and filled.
     virtual void Chord(int X1, int Y1, int X2, int Y2, int X3, int Y3, int X4, int Y4);
+    /// The edge of a rectangle as the mark of the keyboard's focus.
     virtual void DrawFocusRect(const QRect& Rect);
+    /// The ellipse that fills the box, with outline and inside.
     virtual void Ellipse(int X1, int Y1, int X2, int Y2);
+    /// Fills with the brush, without an outline.
     virtual void FillRect(const QRect& Rect);
     /// Draws from the pen position, which moves to (X, Y).
     virtual void LineTo(int X, int Y);
+    /// Moves the pen without drawing.
     virtual void MoveTo(int X, int Y);
+    /// Closed and filled.
     virtual void Polygon(std::span<const QPoint> Points);
+    /// The points joined by lines, open.
     virtual void Polyline(std::span<const QPoint> Points);
     /// One open polyline for each array of the list.
     virtual void PolyPolyline(const TlistOFXYiArray& List);
     /// The first point, then groups of two control points and an end point.
     virtual void PolyBezier(std::span<const QPoint> Points);
+    /// Width and height of a text in the font, in pixels.
     virtual QSize TextExtent(const QString& Text);
+    /// Height of a text in the font, in pixels.
     virtual int TextHeight(const QString& Text);
     /// (X, Y) is the upper left corner of the text.
     virtual void TextOut(int X, int Y, const QString& Text);
     /// The same, clipped to a rectangle.
     virtual void TextRect(const QRect& Rect, int X, int Y, const QString& Text);
+    /// Width of a text in the font, in pixels.
     virtual int TextWidth(const QString& Text);
 };
 

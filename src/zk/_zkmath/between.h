@@ -16,6 +16,7 @@ ZKMATH_API bool Between(double m, double a, double b, double c);
 /// Unlike with doubles, a zero span is false by choice: positions on a polygon are counted, angles are measured.
 ZKMATH_API bool Between(int m, int a, int b, int c);
 
+/// Numbers of several kinds: compared as doubles.
 template <class M, class A, class B, class C>
 requires detail::MixedNumbers<M, A, B, C>
 bool Between(M m, A a, B b, C c) {

@@ -27,6 +27,7 @@ ZKMATH_API int _modulo(int a, int m);
 /// - a infinite or NaN: NaN.
 ZKMATH_API double _modulo(double a, double m);
 
+/// Numbers of two kinds: taken as doubles.
 template <class A, class M>
 requires detail::MixedNumbers<A, M>
 double _modulo(A a, M m) {

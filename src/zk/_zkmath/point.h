@@ -6,10 +6,12 @@
 // Making points and boxes from numbers.
 namespace zk {
 
+/// A point in space.
 constexpr TXYZ Newpt(double x, double y, double z) {
     return {x, y, z};
 }
 
+/// A point in the plane.
 constexpr TXY Newpt(double x, double y) {
     return {x, y};
 }
@@ -19,12 +21,14 @@ constexpr TXYI Newpt(int x, int y) {
     return {x, y};
 }
 
+/// A point in the plane, of numbers of any two kinds that are not both whole.
 template <class X, class Y>
 requires detail::MixedNumbers<X, Y>
 constexpr TXY Newpt(X x, Y y) {
     return {static_cast<double>(x), static_cast<double>(y)};
 }
 
+/// A point of pixels.
 constexpr TXYI Newpti(int x, int y) {
     return {x, y};
 }
@@ -41,11 +45,13 @@ constexpr TRect Extend(const TRect& box, const TXYI& p) {
             p.y > box.bottom ? p.y : box.bottom};
 }
 
+/// The same for points in the plane.
 constexpr TXYBox Extend(const TXYBox& box, const TXY& p) {
     return {{p.x < box.Min.x ? p.x : box.Min.x, p.y < box.Min.y ? p.y : box.Min.y},
             {p.x > box.Max.x ? p.x : box.Max.x, p.y > box.Max.y ? p.y : box.Max.y}};
 }
 
+/// The same for points in space.
 constexpr TXYZBox Extend(const TXYZBox& box, const TXYZ& p) {
     return {{p.x < box.Min.x ? p.x : box.Min.x, p.y < box.Min.y ? p.y : box.Min.y, p.z < box.Min.z ? p.z : box.Min.z},
             {p.x > box.Max.x ? p.x : box.Max.x, p.y > box.Max.y ? p.y : box.Max.y, p.z > box.Max.z ? p.z : box.Max.z}};

@@ -100,6 +100,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     /// here, the setters do nothing: the context of another canvas may be the current one.
     int GetmatrixMode();
     void SetmatrixMode(int mode);
+    /// OpenGL's render mode; see `GetmatrixMode`.
     int GetRenderMode();
     void SetRenderMode(int mode);
 
@@ -109,12 +110,14 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     /// A repaint in two steps: the first shows the scenes, the second shows them together with what was painted into
     /// the current context in between.
     void BeginPaint() override;
+    /// The second step of a repaint; see `BeginPaint`.
     void EndPaint() override;
     void Notification(QObject* component, TOperation operation) override;
 
     TColor GetColor() const { return backgroundColor_; }
     /// The background; a different colour repaints.
     void SetColor(TColor color);
+    /// What GetColor() gives, for Qt.
     QColor GetBackgroundQColor() const { return ToQColor(backgroundColor_); }
     void SetBackgroundQColor(const QColor& color) { SetColor(FromQColor(color)); }
 
@@ -144,7 +147,9 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     std::vector<TZKOglScene*> Scenes() const { return scenes_; }
     /// Called by a scene that is given this canvas, and by one that is taken away.
     void AddDisplayList(TZKOglScene* scene);
+    /// Takes the scene at `index` out; nothing outside the list.
     void DeleteDisplayList(int index);
+    /// The scene's place in the order of playing, or -1.
     int IndexOfDisplayList(const TZKOglScene* scene) const;
 
     bool GetAutoCompile() const { return autoCompile_; }
@@ -152,6 +157,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     void SetAutoCompile(bool on) { autoCompile_ = on; }
     /// Called by a scene around its compilation. Returns whether it may compile.
     bool AskBeforeCompile();
+    /// Raises `OnAfterCompile`.
     void TellAfterCompile();
 
     // --- viewing (canvas_viewing.cpp) ---
@@ -159,6 +165,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     /// 0 is parallel, 1 perspective with the view angle; any other mode leaves OpenGL's projection the identity.
     void SetprojectionMode(int mode);
     int GetprojectionMode() const { return projectionMode_; }
+    /// Sets OpenGL's projection to the pyramid of `glFrustum`, until the view is set again. Nothing without a context.
     void Frustum(double left, double right, double bottom, double top, double near, double far);
 
     double GetBlickwinkel() const override;
@@ -171,6 +178,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     /// the eye behind the plane, while front faces are counter-clockwise.
     double AugeAbstand() const override;
 
+    /// The viewport for a control of that size in pixels: a square of the larger side, centred.
     void SetStdViewport(int width, int height);
     /// In device-independent pixels; the rectangle's top is OpenGL's lower edge.
     void SetViewport(const TRect& viewport);
@@ -182,6 +190,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     double GetScale() const { return scale_; }
     /// Pixels per centimetre. 0 shows nothing until another value comes; a negative value mirrors the picture.
     void SetUnitsPerCm(double unitsPerCm) override;
+    /// The pixels per centimetre that count as zoom 1.
     double GetDefaultUnitsPerCM() const { return defaultUnitsPerCM_; }
     void SetDefaultUnitsPerCM(double unitsPerCm);
     /// `UnitsPerCM` / `DefaultUnitsPerCM`, or 1 where the latter is 0.
@@ -189,6 +198,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     /// 0 is ignored.
     Q_SLOT void SetZoomFactor(double factor);
 
+    /// What texture coordinates are multiplied by, along each axis; 1 at first. Must not be 0.
     TXYZ getTextureScale() const { return textureScale_; }
     void SetTextureScale(const TXYZ& scale);
 
@@ -203,6 +213,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     void SetOglModelMatrix(const Tmatrix& matrix);
     Tmatrix GetModelMatrix() const override;
     void SetModelMatrix(const Tmatrix& matrix) override;
+    /// Multiplies the model-view matrix by a translation, in centimetres.
     void OGLTranslate(const TXYZ& by);
 
     /// The rotation, then the translation, of the model.
@@ -210,6 +221,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     /// Moves the picture of the model by `by` centimetres.
     void SetTranslation(const TXYZ& by);
     TXYZ GetTranslation() const { return translation_; }
+    /// The line that the model is turned about, in world coordinates; its direction need not be of unit length.
     void SetDrehGerade(const TGerade& line);
     TGerade GetDrehGerade() const { return drehGerade_; }
     /// Turns the model about the rotation line, in degrees; see `RotationToMatrix3d` for the sense.
@@ -218,8 +230,10 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     /// The same as text "x/y/z"; a malformed text raises `EConvertError` and changes nothing.
     void Set_translation(const QString& text);
     QString Get_translation() const;
+    /// The point of the rotation line as text "x/y/z"; its direction stays.
     void SetDrehgeradePkt(const QString& text);
     QString GetDrehgeradePkt() const;
+    /// The direction of the rotation line as text "x/y/z"; its point stays.
     void SetDrehgeradeRichtung(const QString& text);
     QString GetDrehgeradeRichtung() const;
 
@@ -280,6 +294,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     /// The greatest perimeter of a triangle that faces are divided into; 0 does not divide. A change compiles all
     /// scenes again at the next repaint.
     void SetTriangleResolution(double perimeter);
+    /// The triangle resolution while there is a spot light, in centimetres of perimeter; 2 at first.
     double GetDefaultTriangleResolution() const { return defaultTriangleResolution_; }
     void SetDefaultTriangleResolution(double perimeter);
     /// Does nothing: translucency is the material's own, in the alpha of its diffuse colour.
@@ -311,10 +326,13 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
 
     // --- lights (canvas_lights.cpp) ---
 
+    /// Appends a light, which is numbered by its place, and passes it to OpenGL.
     void AddLight(Tlight* light) override;
+    /// Takes a light out; the numbers of those behind it move up.
     void RemoveLight(Tlight* light) override;
     /// Numbers all lights by their place in the list and pushes them to OpenGL again.
     void CheckLightHandle();
+    /// Whether backs are lit with normals of their own; off at first.
     bool GetLightModelTwoSided() const { return lightModelTwoSided_; }
     void SetLightModelTwoSided(bool on);
 

@@ -14,11 +14,15 @@ class TZkOglCanvas;
 namespace bevel {
 Q_NAMESPACE_EXPORT(ZKOGLCANVAS_API)
 
+/// How a control's frame looks.
 enum TBevelKind { bkNone, bkTile, bkSoft, bkFlat };
 Q_ENUM_NS(TBevelKind)
+/// How the inner cut of a frame looks.
 enum TBevelCut { bvNone, bvLowered, bvRaised, bvSpace };
 Q_ENUM_NS(TBevelCut)
+/// The edges that have a frame.
 enum TBevelEdge { beLeft = 1, beTop = 2, beRight = 4, beBottom = 8 };
+/// Any of the edges.
 Q_DECLARE_FLAGS(TBevelEdges, TBevelEdge)
 Q_FLAG_NS(TBevelEdges)
 /// Where a control that no layout manages sits in its parent.
@@ -57,13 +61,16 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     /// The canvas that paints here, or null. Set by the canvas only.
     TZkOglCanvas* Canvas() const { return canvas_; }
 
+    /// Which frame the control has; `bkSoft` for a new one, none if it is `bkNone`.
     TBevelKind GetBevelKind() const { return bevelKind_; }
     void SetBevelKind(TBevelKind kind);
     int GetBevelWidth() const { return bevelWidth_; }
     /// In pixels, for each of the two cuts of the frame; what is below 1 becomes 1.
     void SetBevelWidth(int width);
+    /// Which edges have the frame; all at first.
     TBevelEdges GetBevelEdges() const { return bevelEdges_; }
     void SetBevelEdges(TBevelEdges edges);
+    /// The inner cut; `bvRaised` at first.
     TBevelCut GetBevelInner() const { return bevelInner_; }
     void SetBevelInner(TBevelCut cut);
     TAlign GetAlign() const { return align_; }
@@ -75,14 +82,21 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     /// Tells `OnResize` and gives the canvas the new size.
     virtual void resize();
     using QWidget::resize;
+    /// Hands the event on to the shape under the pointer, then raises `OnMouseDown`; pixels of the client area.
     virtual void MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y);
+    /// As `MouseDown`, with `OnMouseMove`.
     virtual void MouseMove(TShiftState shift, int x, int y);
+    /// As `MouseDown`, with `OnMouseUp`.
     virtual void MouseUp(Qt::MouseButton button, TShiftState shift, int x, int y);
 
   Q_SIGNALS:
+    /// A button went down; the shape under the pointer has been told.
     void OnMouseDown(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
+    /// The pointer has moved; the shape under it has been told.
     void OnMouseMove(QObject* sender, zk::TShiftState shift, int x, int y);
+    /// A button was let go; the shape under the pointer has been told.
     void OnMouseUp(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
+    /// The control has another size.
     void OnResize(QObject* sender);
     /// Never told: the picture is the canvas's. It is here for forms that name it.
     void OnPaint(QObject* sender);

@@ -15,7 +15,9 @@ namespace zk {
 /// number for its life, and `Of` gives the target back, or none once it is gone. Numbers are not used again.
 class ZKOGLCANVAS_API HitTarget {
   public:
+    /// Gives the target its number.
     HitTarget();
+    /// The number stands for nothing from now on.
     virtual ~HitTarget();
     HitTarget(const HitTarget&) = delete;
     HitTarget& operator=(const HitTarget&) = delete;
@@ -31,7 +33,9 @@ class ZKOGLCANVAS_API HitTarget {
 
     /// The mouse events of what lies under the pointer; `x` and `y` in pixels of the control's client area.
     virtual void MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y) = 0;
+    /// As `MouseDown`.
     virtual void MouseMove(TShiftState shift, int x, int y) = 0;
+    /// As `MouseDown`.
     virtual void MouseUp(Qt::MouseButton button, TShiftState shift, int x, int y) = 0;
 
   private:

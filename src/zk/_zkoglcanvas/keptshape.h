@@ -14,11 +14,14 @@ class Tattributes;
 
 /// A box along the axes that grows with what is put into it; empty at first.
 struct ZKOGLCANVAS_API Bounds {
+    /// Farther out than any point.
     static constexpr double far = std::numeric_limits<double>::infinity();
-    TXYZ Low{far, far, far};
-    TXYZ High{-far, -far, -far};
+    TXYZ Low{far, far, far};      ///< the corner with the smallest coordinates
+    TXYZ High{-far, -far, -far};  ///< and with the greatest
 
+    /// Grows to hold a point as well.
     void Add(const TXYZ& point);
+    /// True until there is a point in it.
     bool IsEmpty() const { return !(Low.x <= High.x); }
 };
 
@@ -37,19 +40,19 @@ struct FaceStyle {
 
 /// What was drawn into a list: where, and how much.
 struct Drawn {
-    Bounds Box;
-    std::int64_t Vertices = 0;
+    Bounds Box;                 ///< where, in the coordinates of what was asked for
+    std::int64_t Vertices = 0;  ///< how much
 };
 
 /// What a scene knows of the present drawing of a shape.
 struct KeptDrawing {
     /// All that decides what is drawn, besides the shape's own form and place.
     struct Style {
-        FaceStyle Face;
-        bool Shown = false;
+        FaceStyle Face;            ///< how faces were drawn
+        bool Shown = false;        ///< false: nothing was drawn
         bool OwnMaterial = false;  ///< false: drawn with what is in force
-        Tmaterialkind Material;
-        TTextureKind Texture;  ///< its picture is in OpenGL's hands if it is visible; otherwise a default one
+        Tmaterialkind Material;    ///< its own material
+        TTextureKind Texture;      ///< its picture is in OpenGL's hands if it is visible; otherwise a default one
 
         friend bool operator==(const Style&, const Style&) = default;
     };
@@ -71,6 +74,7 @@ class ZKOGLCANVAS_API KeptShape {
     /// False for a shape that user code draws, in `OnPlay` or in a class of its own, and for one that draws what
     /// changes without its knowledge. It is played each time its scene is compiled.
     virtual bool CanBeKept() const = 0;
+    /// False for a shape that is hidden: nothing of it is drawn.
     virtual bool IsShown() const = 0;
     /// The attributes it draws with, or null for those in force.
     virtual const Tattributes* KeptAttributes() const = 0;
@@ -81,6 +85,7 @@ class ZKOGLCANVAS_API KeptShape {
     /// told.
     virtual bool Remainder(TXYZ& by) const = 0;
 
+    /// What the scene that plays the shape knows of its drawing. For scenes and shapes only.
     KeptDrawing& Kept() { return kept_; }
     const KeptDrawing& Kept() const { return kept_; }
 

@@ -48,6 +48,7 @@ class ZKOGLCANVAS_API TZKOglLight : public Tlight {
     void SetPositionOld(const TXYZ& position);
     void SetDirection(const TXYZ& direction) override;
     TXYZ GetDirection() const override;
+    /// Off at first. Switching it on passes everything to OpenGL.
     bool GetEnabled() const { return enabled_; }
     Q_SLOT void SetEnabled(bool enabled) override;
     TColor GetAmbient() const override;
@@ -67,6 +68,7 @@ class ZKOGLCANVAS_API TZKOglLight : public Tlight {
     /// As text "x/y/z"; a malformed text raises `EConvertError` and changes nothing.
     QString GetLightPosition() const;
     void SetLightPosition(const QString& text);
+    /// As text "x/y/z"; a malformed text raises `EConvertError` and changes nothing.
     QString GetLightDirection() const;
     void SetLightDirection(const QString& text);
 

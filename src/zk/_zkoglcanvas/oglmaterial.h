@@ -17,6 +17,7 @@ class TZkOglCanvas;
 class ZKOGLCANVAS_API TOglMaterial : public Tmaterial {
     Q_OBJECT
   public:
+    /// A material without a canvas; see `SetParent`.
     TOglMaterial();
 
     /// Makes the values of `kind` OpenGL's current material, without an object; only those that differ from `before`,

@@ -14,8 +14,10 @@ class TZkOglCanvas;
 class ZKOGLCANVAS_API TOglPolyAttributes : public TPolyAttributes {
     Q_OBJECT
   public:
+    /// `canvas` is the one whose attributes these are; not owned, may be null.
     explicit TOglPolyAttributes(TZkOglCanvas* canvas = nullptr);
 
+    /// The canvas whose attributes these are, or null.
     TZkOglCanvas* Canvas() const;
 
   private:

@@ -24,6 +24,7 @@ class TZkOglCanvas;
 class ZKOGLCANVAS_API TOglTexture : public TTexture {
     Q_OBJECT
   public:
+    /// `canvas` is the one in whose context pictures are; not owned, may be null.
     explicit TOglTexture(TZkOglCanvas* canvas = nullptr);
 
     /// Binds the picture's object.

@@ -9,20 +9,20 @@ namespace zk {
 
 /// How a pixel of a palette display is divided into red, green and blue.
 struct TPixelLayout {
-    int ColorBits = 0;  ///< bits of a pixel
-    int RedBits = 0;
-    int RedShift = 0;  ///< place of the lowest bit of red, and so on
-    int GreenBits = 0;
-    int GreenShift = 0;
-    int BlueBits = 0;
-    int BlueShift = 0;
+    int ColorBits = 0;   ///< bits of a pixel
+    int RedBits = 0;     ///< bits of red
+    int RedShift = 0;    ///< place of the lowest bit of red, and so on
+    int GreenBits = 0;   ///< bits of green
+    int GreenShift = 0;  ///< of the lowest bit of green
+    int BlueBits = 0;    ///< bits of blue
+    int BlueShift = 0;   ///< of the lowest bit of blue
 };
 
 /// One colour of a palette.
 struct TPaletteEntry {
-    std::uint8_t Red = 0;
-    std::uint8_t Green = 0;
-    std::uint8_t Blue = 0;
+    std::uint8_t Red = 0;    ///< 0 to 255
+    std::uint8_t Green = 0;  ///< 0 to 255
+    std::uint8_t Blue = 0;   ///< 0 to 255
     friend bool operator==(const TPaletteEntry&, const TPaletteEntry&) = default;
 };
 

@@ -34,6 +34,7 @@ class ZKOGLCANVAS_API PictureKeeper {
     /// The best way that the current context offers; `Nothing` with `Workaround::KeptPicture` off.
     static Way BestWay();
 
+    /// A keeper of that way, in the context that is current.
     static std::unique_ptr<PictureKeeper> Create(Way way);
 };
 

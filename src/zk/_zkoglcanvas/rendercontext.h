@@ -23,7 +23,9 @@ class ZKOGLCANVAS_API RenderContext {
     /// Makes the context current, so that what lives in it can go, then deletes it.
     ~RenderContext();
 
+    /// The surface that is drawn into.
     GlSurface& Surface() const { return surface_; }
+    /// Qt's context; owned.
     QOpenGLContext& Handle() const { return *context_; }
 
     /// Makes the context current unless the window system says that it is. False when that failed; then no context is

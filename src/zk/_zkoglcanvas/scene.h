@@ -77,8 +77,10 @@ class ZKOGLCANVAS_API TZKOglScene : public TDisplayList {
 
     /// Rotation, then translation.
     Tmatrix TrfMAtrix() const;
+    /// By how much it is moved, in centimetres.
     TXYZ GetTranslation() const { return translation_; }
     void SetTranslation(const TXYZ& by);
+    /// The line that it is turned about; its direction need not be of unit length.
     TGerade GetDrehGerade() const { return drehGerade_; }
     void SetDrehGerade(const TGerade& line);
     /// In degrees about the rotation line.
@@ -87,8 +89,10 @@ class ZKOGLCANVAS_API TZKOglScene : public TDisplayList {
     /// As text "x/y/z"; a malformed text raises `EConvertError` and changes nothing.
     void Set_translation(const QString& text);
     QString Get_translation() const;
+    /// The point of the rotation line as text "x/y/z"; its direction stays.
     void SetDrehgeradePkt(const QString& text);
     QString GetDrehgeradePkt() const;
+    /// The direction of the rotation line as text "x/y/z"; its point stays.
     void SetDrehgeradeRichtung(const QString& text);
     QString GetDrehgeradeRichtung() const;
 

@@ -17,6 +17,7 @@ class RenderContext;
 /// the list, but pictures travel outside of it.
 class ZKOGLCANVAS_API TextureObjects {
   public:
+    /// For the pictures of that context, which must outlive it.
     explicit TextureObjects(RenderContext& context) : context_(context) {}
 
     /// Makes the object for a picture the current texture, so that what is set for GL_TEXTURE_2D is set for it; the

@@ -53,6 +53,7 @@ class ZKOGLEXTOOLS_API TZKOglNav : public QWidget, public ComponentBase {
     /// its name.
     QString GetCaption() const { return caption_; }
     void SetCaption(const QString& caption);
+    /// The `objectName`, which gives the caption a blank.
     void SetName(const QString& name) { setObjectName(name); }
 
     /// Place and size at once. The cube has half the panel's smaller side to the centimetre.
@@ -68,12 +69,16 @@ class ZKOGLEXTOOLS_API TZKOglNav : public QWidget, public ComponentBase {
 
     /// The events of the mouse, which may also be called on demand; pixels of the panel.
     virtual void MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y);
+    /// As `MouseDown`.
     virtual void MouseMove(TShiftState shift, int x, int y);
+    /// Shows the cube straight from its front.
     Q_SLOT virtual void DblClick();
 
     /// The menu's entries.
     Q_SLOT void ClickGrundriss();
+    /// The view from the front.
     Q_SLOT void ClickAufriss();
+    /// Does nothing, by choice.
     void ClickSchraegriss();
 
     /// Draws the cube's edges black and one pixel wide, its ground red and three pixels wide.

@@ -50,6 +50,7 @@ class ZKOGLEXTOOLS_API TZkOglTimer : public TComponent {
     void Notification(QObject* component, TOperation operation) override;
 
   Q_SIGNALS:
+    /// One of the ticks that the delay and the period choose.
     void Ontimer(QObject* sender);
 
   private:

@@ -34,9 +34,11 @@ class ZKOGLEXTOOLS_API TZkOglSequencer : public TTimer {
     int AddTimer(TZkOglTimer* T);
     /// -1 if it is not registered.
     int IndexOfTimer(const TZkOglTimer* T) const;
+    /// Takes the timer out; nothing if it is not registered.
     void removetimer(TZkOglTimer* T);
     /// Null where there is none.
     TZkOglTimer* Timerat(int I) const;
+    /// How many timers are registered.
     int TimerCount() const { return int(timers_.size()); }
 
     /// One tick: `OnTimer` first, then each timer that was registered at its beginning and still is.

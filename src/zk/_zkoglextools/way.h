@@ -81,6 +81,7 @@ class ZKOGLEXTOOLS_API TZKOglWay : public TZkShape {
 
     /// In points from the first one on, and by how much it grows at each tick.
     double Position() const { return position_; }
+    /// By how much the position grows at each tick.
     double Step() const { return step_; }
 
     /// One tick, by the clock or on demand: goes on by a step if the way is running and has points, and raises
@@ -96,6 +97,7 @@ class ZKOGLEXTOOLS_API TZKOglWay : public TZkShape {
     void Loaded() override;
 
   Q_SIGNALS:
+    /// A tick; the position has been brought forward.
     void OnTimer(QObject* sender);
 
   private:

@@ -20,6 +20,7 @@ class ZKOGLTOOLS_API TBaseFun : public TComponent {
     double GetMin() const { return min_; }
     /// The ends of the parameter's range, 0 and 1 at first. Ends that are equal give `Unitbase`.
     void SetMin(double min);
+    /// The upper end of the range; see `SetMin`.
     double GetMax() const { return max_; }
     void SetMAx(double max);
     double GetParam() const { return param_; }

@@ -66,8 +66,10 @@ class ZKOGLTOOLS_API TCustomShape : public TZkShape, public HitTarget, public Ke
     /// Takes the values of `source` over; the object itself stays the caller's.
     void setAttributes(Tattributes* source);
 
+    /// By how much it is moved, in centimetres.
     TXYZ GetTranslation() const { return translation_; }
     void Settranslation(const TXYZ& by);
+    /// The line that it is turned about; its direction need not be of unit length.
     TGerade GetDrehGerade() const { return drehGerade_; }
     void SetDrehGerade(const TGerade& line);
     /// In degrees.
@@ -77,8 +79,10 @@ class ZKOGLTOOLS_API TCustomShape : public TZkShape, public HitTarget, public Ke
     /// rotation line are set apart: setting one keeps the other.
     void Set_translation(const QString& text);
     QString Get_translation() const;
+    /// The point of the rotation line as text "x/y/z"; its direction stays.
     void SetDrehgeradePkt(const QString& text);
     QString GetDrehgeradePkt() const;
+    /// The direction of the rotation line as text "x/y/z"; its point stays.
     void SetDrehgeradeRichtung(const QString& text);
     QString GetDrehgeradeRichtung() const;
 
@@ -86,6 +90,7 @@ class ZKOGLTOOLS_API TCustomShape : public TZkShape, public HitTarget, public Ke
     /// What the canvas's units are multiplied by while the geometry is drawn; 0, or a magnitude of at most 1e-5, leaves
     /// them alone. A negative scale mirrors the geometry, fronts and backs change places.
     Q_SLOT void SetScale(double scale);
+    /// Whether the shape is drawn; off at first.
     bool GetVisible() const { return visible_; }
     Q_SLOT void SetVisible(bool visible);
     bool GetParentAttributes() const { return parentAttributes_; }
@@ -106,6 +111,7 @@ class ZKOGLTOOLS_API TCustomShape : public TZkShape, public HitTarget, public Ke
     virtual void Doplay();
 
     bool CanBeKept() const override;
+    /// The shape's own `GetVisible`.
     bool IsShown() const override { return visible_; }
     const Tattributes* KeptAttributes() const override { return parentAttributes_ ? nullptr : attributes_.get(); }
     Drawn DrawKept(const FaceStyle& style) override;
@@ -113,12 +119,17 @@ class ZKOGLTOOLS_API TCustomShape : public TZkShape, public HitTarget, public Ke
 
     /// Each tells the event of the same name, with this shape as sender.
     void MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y) override;
+    /// As `MouseDown`.
     void MouseMove(TShiftState shift, int x, int y) override;
+    /// As `MouseDown`.
     void MouseUp(Qt::MouseButton button, TShiftState shift, int x, int y) override;
 
   Q_SIGNALS:
+    /// A button went down over the shape; `x` and `y` in pixels of the control's client area.
     void OnMouseDown(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
+    /// The pointer has moved over the shape; pixels as in `OnMouseDown`.
     void OnMouseMove(QObject* sender, zk::TShiftState shift, int x, int y);
+    /// A button was let go over the shape; pixels as in `OnMouseDown`.
     void OnMouseUp(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
 
   protected:

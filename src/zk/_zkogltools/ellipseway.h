@@ -30,6 +30,7 @@ class ZKOGLTOOLS_API TEllipseWay : public TStdBases {
     /// The half axes along x and y in centimetres, 1 at first. A new one shows at the next computation (`ReCalc`, or
     /// any setter of the range, the parameter or the place).
     void SetA(double a) { a_ = a; }
+    /// The half axis along y in centimetres; see `SetA`.
     double GetB() const { return b_; }
     void SetB(double b) { b_ = b; }
 

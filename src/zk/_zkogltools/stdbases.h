@@ -21,6 +21,7 @@ class ZKOGLTOOLS_API TStdBases : public TBaseFun {
     /// The point and the direction of the line, as text; setting one keeps the other.
     QString GetDrehgeradePkt() const;
     void SetDrehgeradePkt(const QString& text);
+    /// The direction of the line, as text; its point stays.
     QString GetDrehgeradeRichtung() const;
     void SetDrehgeradeRichtung(const QString& text);
     double Getdrehwinkel() const { return drehwinkel_; }

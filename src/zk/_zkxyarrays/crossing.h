@@ -31,7 +31,9 @@ class ZKXYARRAYS_API TCrossList : public TPointerList {
     /// off, before that one. Only that one record is looked at.
     int Addcross(double param, double otherParam, const TXY& point, int edgeIndex, bool flag);
 
+    /// The crossing at i.
     TCross* GetCross(int i) const { return static_cast<TCross*>(Get(i)); }
+    /// The crossing at i.
     TCross* operator[](int i) const { return GetCross(i); }
 
   protected:

@@ -25,6 +25,7 @@
 // - an ItemSize of 0 gives an array that counts and holds nothing.
 namespace zk {
 
+/// The record of every growable array; see `array.h` on how it is handled.
 struct TARRAY {
     std::uint32_t Reserved = 0;  ///< 0, not used
     std::int32_t ItemSize = 0;   ///< bytes per element
@@ -37,6 +38,7 @@ struct TARRAY {
 /// An array of T: the same record, with ItemSize fixed by the type.
 template <class T>
 struct TypedARRAY : TARRAY {
+    /// What the elements are.
     using Item = T;
 
     /// The elements in use. Empty when the array has no block, or was made ready for elements of another size.
@@ -59,14 +61,20 @@ struct TypedARRAY : TARRAY {
     }
 };
 
+/// Points of the plane: a polygon or a polyline.
 struct TXYARRAY : TypedARRAY<TXY> {};
+/// Points in space.
 struct TXYZARRAY : TypedARRAY<TXYZ> {};
+/// Points of pixels.
 struct TXYIARRAY : TypedARRAY<TXYI> {};
+/// Whole numbers, indexes for instance.
 struct TintegerARRAY : TypedARRAY<std::int32_t> {};
 
+/// Any growable array.
 template <class A>
 concept AnyARRAY = std::derived_from<A, TARRAY>;
 
+/// One whose type says what its elements are.
 template <class A>
 concept AnyTypedARRAY = AnyARRAY<A> && requires {
     typename A::Item;
@@ -151,18 +159,25 @@ ZKXYZ_API void InitXY(TXYARRAY& a, int n, const void* p);
 template <AnyTypedARRAY A>
 class ArrayOwner {
   public:
+    /// An array that is ready, as by ArrayInit.
     explicit ArrayOwner(int delta = 5) { ArrayInit(array_, delta); }
+    /// Frees the block.
     ~ArrayOwner() { ArrayDispose(array_); }
+    /// Takes the block over; other is left without one.
     ArrayOwner(ArrayOwner&& other) noexcept : array_(std::exchange(other.array_, A{})) {}
+    /// Exchanges the blocks.
     ArrayOwner& operator=(ArrayOwner&& other) noexcept {
         std::swap(array_, other.array_);
         return *this;
     }
 
+    /// The array; it stays owned here.
     A& Get() { return array_; }
     const A& Get() const { return array_; }
+    /// The array; it stays owned here.
     A& operator*() { return array_; }
     const A& operator*() const { return array_; }
+    /// The array; it stays owned here.
     A* operator->() { return &array_; }
     const A* operator->() const { return &array_; }
 

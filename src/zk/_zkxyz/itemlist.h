@@ -13,9 +13,10 @@ namespace zk {
 /// ItemSize and Reserved are not touched by the routines below: elements are always pointers.
 struct TItemArray : TARRAY {};
 
-/// Lists of texts and of variants. The library itself keeps its texts elsewhere; both hold one pointer per item and are
-/// used with the item list routines.
+/// A list of texts. The library itself keeps its texts elsewhere; it holds one pointer per item and is used with the
+/// item list routines.
 struct TStrLIST : TItemArray {};
+/// A list of variants, in the same way.
 struct TVariantLIST : TItemArray {};
 
 /// Makes list ready: empty, Delta and Capacity := delta, a block of delta pointers. Unlike ArrayInit a delta of 0 stays

@@ -41,7 +41,9 @@ class TArrayList : public TPointerList {
         return there >= 0 ? there : TPointerList::Add(array);
     }
 
+    /// The array at i, still owned by the list.
     A* Getitem(int i) const { return static_cast<A*>(Get(i)); }
+    /// The array at i, still owned by the list.
     A* operator[](int i) const { return Getitem(i); }
 
     /// Puts array, made by ArrayNew, at i. The list owns it from now on; where it was in the list before, a null is
@@ -56,6 +58,7 @@ class TArrayList : public TPointerList {
         TPointerList::Put(i, array);
         return old;
     }
+    /// As `Setitem`.
     A* Put(int i, A* array) { return Setitem(i, array); }
 
     /// Takes the array at i out of the list and hands it to the caller; those after it move down.
@@ -67,6 +70,7 @@ class TArrayList : public TPointerList {
     }
 
   protected:
+    /// Frees the array.
     void Dropped(void* item) override {
         const auto free = [](A* array) { delete array; };
         const std::unique_ptr<A, decltype(free)> record(static_cast<A*>(item), free);
@@ -74,9 +78,13 @@ class TArrayList : public TPointerList {
     }
 };
 
+/// Polygons of the plane.
 class TlistOFXYArray : public TArrayList<TXYARRAY> {};
+/// Polygons of pixels.
 class TlistOFXYiArray : public TArrayList<TXYIARRAY> {};
+/// Polygons in space: a face is its outline and its holes.
 class TlistOFxyzArray : public TArrayList<TXYZARRAY> {};
+/// Lists of indexes.
 class TlistOFIndarray : public TArrayList<TintegerARRAY> {};
 
 }  // namespace zk

@@ -17,6 +17,7 @@ class ZKXYZ_API TPointerList {
     TPointerList(const TPointerList&) = delete;
     TPointerList& operator=(const TPointerList&) = delete;
 
+    /// How many items there are.
     int Count() const { return static_cast<int>(items_.size()); }
 
     /// Appends item and returns its index.
@@ -24,9 +25,11 @@ class ZKXYZ_API TPointerList {
     /// Inserts item before the item at i; i = Count appends.
     void Insert(int i, void* item);
 
+    /// The item at i.
     void* Get(int i) const { return items_[Checked(i)]; }
     /// Stores item at i. The item that was there is no longer the list's business.
     void Put(int i, void* item) { items_[Checked(i)] = item; }
+    /// The item at i.
     void* operator[](int i) const { return Get(i); }
 
     /// Swaps two items.

@@ -11,23 +11,23 @@ namespace zk {
 
 /// 2D point or vector.
 struct TXY {
-    double x = 0;
-    double y = 0;
+    double x = 0;  ///< to the right
+    double y = 0;  ///< up, unless a routine says otherwise
     friend bool operator==(const TXY&, const TXY&) = default;
 };
 
 /// 2D point in device pixels.
 struct TXYI {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
+    std::int32_t x = 0;  ///< to the right
+    std::int32_t y = 0;  ///< down
     friend bool operator==(const TXYI&, const TXYI&) = default;
 };
 
 /// 3D point or vector.
 struct TXYZ {
-    double x = 0;
-    double y = 0;
-    double z = 0;
+    double x = 0;  ///< along the first axis
+    double y = 0;  ///< along the second
+    double z = 0;  ///< along the third
     friend bool operator==(const TXYZ&, const TXYZ&) = default;
 };
 
@@ -35,12 +35,13 @@ struct TXYZ {
 /// translation is in row 3 and Mulmat(A, B) means first A, then B. data() is the order in which OpenGL's matrix calls
 /// take sixteen doubles, so that a matrix goes to OpenGL as it stands.
 struct Tmatrix {
-    double e[4][4] = {};
+    double e[4][4] = {};  ///< row, then column
 
     /// Row i; i in 0..3, unchecked.
     double* operator[](int i) { return e[i]; }
     const double* operator[](int i) const { return e[i]; }
 
+    /// The sixteen numbers, row by row.
     double* data() { return e[0]; }
     const double* data() const { return e[0]; }
 
@@ -51,48 +52,48 @@ struct Tmatrix {
 /// with dot products and are exact inverses of those that convert out of it only then. Either handedness occurs
 /// (PlaneToBase makes left-handed frames).
 struct TBAse {
-    TXYZ Origin;
-    TXYZ XAxis;
-    TXYZ YAxis;
-    TXYZ ZAxis;
+    TXYZ Origin;  ///< where the frame stands
+    TXYZ XAxis;   ///< its first axis
+    TXYZ YAxis;   ///< its second axis
+    TXYZ ZAxis;   ///< its third axis
     friend bool operator==(const TBAse&, const TBAse&) = default;
 };
 
 /// Plane through a point, with a unit normal.
 struct TPlane {
-    TXYZ Origin;
-    TXYZ Normal;
+    TXYZ Origin;  ///< any point of it
+    TXYZ Normal;  ///< across it, of unit length
     friend bool operator==(const TPlane&, const TPlane&) = default;
 };
 
 /// Line through a point with a direction, which need not be of unit length.
 struct TGerade {
-    TXYZ Origin;
-    TXYZ Direction;
+    TXYZ Origin;     ///< any point of it
+    TXYZ Direction;  ///< along it
     friend bool operator==(const TGerade&, const TGerade&) = default;
 };
 
 /// Integer box in device pixels.
 struct TRect {
-    std::int32_t left = 0;
-    std::int32_t top = 0;
-    std::int32_t right = 0;
-    std::int32_t bottom = 0;
+    std::int32_t left = 0;    ///< the first column
+    std::int32_t top = 0;     ///< the first row
+    std::int32_t right = 0;   ///< the column after the last
+    std::int32_t bottom = 0;  ///< the row after the last
     friend bool operator==(const TRect&, const TRect&) = default;
 };
 
 /// 2D box, minimum corner then maximum corner. Both boxes of doubles may be inverted (minimum above maximum): that is
 /// the neutral start for accumulating a bounding box.
 struct TXYBox {
-    TXY Min;
-    TXY Max;
+    TXY Min;  ///< the smallest coordinates
+    TXY Max;  ///< the greatest coordinates
     friend bool operator==(const TXYBox&, const TXYBox&) = default;
 };
 
 /// 3D box, minimum corner then maximum corner.
 struct TXYZBox {
-    TXYZ Min;
-    TXYZ Max;
+    TXYZ Min;  ///< the smallest coordinates
+    TXYZ Max;  ///< the greatest coordinates
     friend bool operator==(const TXYZBox&, const TXYZBox&) = default;
 };
 

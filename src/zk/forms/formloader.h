@@ -36,6 +36,7 @@ class ZKFORMS_API FormLoader {
     /// Null when the file is no form; otherwise the form, not shown yet, owned by `parent` or else by the caller. The
     /// device is opened if it is not open.
     QWidget* Load(QIODevice& device, QWidget* parent = nullptr);
+    /// The same with the file of that name.
     QWidget* LoadFile(const QString& fileName, QWidget* parent = nullptr);
 
     /// What was wrong with the form that was loaded last.

@@ -17,6 +17,7 @@ namespace zk {
 /// What a notification tells of: a component that goes (the only one that is sent today).
 enum class TOperation { opInsert, opRemove };
 
+/// What a component is going through.
 enum TComponentStateFlag {
     csLoading = 1,      ///< values are being read from a form; `Loaded` follows
     csReading = 2,      ///< a stream is being read right now
@@ -25,6 +26,7 @@ enum TComponentStateFlag {
     csDesigning = 16,   ///< the component stands in a form designer
     csDestroying = 32,  ///< the destructor has begun
 };
+/// Any of the states.
 Q_DECLARE_FLAGS(TComponentState, TComponentStateFlag)
 
 /// What every component has, whether it is a widget or not: state, `Loaded`, and the news that another component goes.
@@ -48,6 +50,7 @@ class ZKHOST_API ComponentBase {
     /// The QObject parent, usually the form; null for a component without owner.
     QObject* Owner() const { return self_->parent(); }
 
+    /// What the component is going through.
     TComponentState ComponentState() const { return state_; }
 
     /// Asks that this component be told, through `Notification`, when `other` goes. `other` may be a component or any
@@ -82,6 +85,7 @@ class ZKHOST_API ComponentBase {
     static ComponentBase* Of(const QObject* object);
 
   protected:
+    /// `self` is the object that this is a part of.
     explicit ComponentBase(QObject* self);
 
     /// Tells the others, once, that this component goes. Every library class calls it first in its destructor, while

@@ -34,11 +34,14 @@ class ZKHOST_API ComponentRef {
     QObject* Object() const { return object_; }
     /// The name that is looked for, or that the component has now.
     QString Name() const { return object_ ? object_->objectName() : name_; }
+    /// True for neither a component nor a name.
     bool IsNull() const { return !object_ && name_.isEmpty(); }
 
+    /// The same component, or the same name and no component yet.
     friend bool operator==(const ComponentRef& a, const ComponentRef& b) {
         return a.object_ == b.object_ && (a.object_ || a.name_ == b.name_);
     }
+    /// The opposite.
     friend bool operator!=(const ComponentRef& a, const ComponentRef& b) { return !(a == b); }
 
   private:
@@ -74,6 +77,7 @@ ZKHOST_API void DeclareReference(const QMetaObject& component, const char* prope
 template <class Component, class Target>
 class ReferenceProperty {
   public:
+    /// `name` is the property's.
     explicit ReferenceProperty(const char* name) {
         DeclareReference(Component::staticMetaObject, name, Target::staticMetaObject);
         RegisterReferenceTarget<Target>();

@@ -17,9 +17,11 @@ namespace zk {
 class ZKHOST_API ControlCanvas : public DrawingCanvas {
     Q_OBJECT
   public:
+    /// `parent` deletes the canvas with itself; it draws on `control`. Either may be null.
     explicit ControlCanvas(QObject* parent = nullptr, QWidget* control = nullptr);
     ~ControlCanvas() override;
 
+    /// What is drawn on, not owned; null for nothing.
     QWidget* GetControl() const { return control_; }
     void SetControl(QWidget* control);
 

@@ -45,12 +45,16 @@ class ZKHOST_API DrawingCanvas : public QObject {
     /// What can be drawn on at the moment. Empty without a device.
     virtual QRect GetClipRect() const;
 
+    /// Where `LineTo` begins.
     virtual QPoint GetPenPos() const;
     virtual void SetPenPos(const QPoint& Value);
+    /// Colour, width and pattern of outlines, and the colour of texts.
     virtual QPen GetPen() const;
     virtual void SetPen(const QPen& Value);
+    /// What insides are filled with.
     virtual QBrush GetBrush() const;
     virtual void SetBrush(const QBrush& Value);
+    /// The font of texts.
     virtual QFont GetFont() const;
     virtual void SetFont(const QFont& Value);
     /// How `BrushCopy` meets what is there already.
@@ -74,26 +78,34 @@ class ZKHOST_API DrawingCanvas : public QObject {
     virtual void Chord(int X1, int Y1, int X2, int Y2, int X3, int Y3, int X4, int Y4);
     /// Every second pixel of the rectangle's edge, in the desktop's text colour.
     virtual void DrawFocusRect(const QRect& Rect);
+    /// The ellipse that fills the box, with outline and inside.
     virtual void Ellipse(int X1, int Y1, int X2, int Y2);
     /// With the brush, without an outline.
     virtual void FillRect(const QRect& Rect);
     /// Draws from the pen position, which moves to (X, Y).
     virtual void LineTo(int X, int Y);
+    /// Moves the pen without drawing.
     virtual void MoveTo(int X, int Y);
     /// Closed and filled; where it covers itself twice it has a hole.
     virtual void Polygon(std::span<const QPoint> Points);
+    /// The points joined by lines, open.
     virtual void Polyline(std::span<const QPoint> Points);
     /// Several polylines in one stroke: the points of all, one after the other, and how many each has. Counts below 2
     /// draw nothing, counts beyond the points end with them.
     virtual void PolyPolyline(std::span<const QPoint> Points, std::span<const int> Counts);
     /// The first point, then groups of two control points and an end point; what is no whole group is left out.
     virtual void PolyBezier(std::span<const QPoint> Points);
+    /// A box with outline and inside.
     virtual void Rectangle(int X1, int Y1, int X2, int Y2);
+    /// Width and height of a text in the font, in pixels.
     virtual QSize TextExtent(const QString& Text) const;
+    /// Height of a text in the font, in pixels.
     virtual int TextHeight(const QString& Text) const;
+    /// A text at a point; which of its points that is says `GetTextFlags`.
     virtual void TextOut(int X, int Y, const QString& Text);
     /// The same, within a rectangle only.
     virtual void TextRect(const QRect& Rect, int X, int Y, const QString& Text);
+    /// Width of a text in the font, in pixels.
     virtual int TextWidth(const QString& Text) const;
 
   protected:
@@ -101,6 +113,7 @@ class ZKHOST_API DrawingCanvas : public QObject {
     /// outside of `area`. Does nothing where nothing can be drawn.
     virtual void Draw(const QRect& area, const std::function<void(QPainter&)>& paint);
 
+    /// Gives `painter` the pen, the brush and the font of this canvas.
     void Equip(QPainter& painter) const;
 
   private:

@@ -33,6 +33,7 @@ class ZKHOST_API DrawingLayer : public QObject {
     /// The layer of a control if it has one already, else null.
     static DrawingLayer* Find(const QWidget* control);
 
+    /// The control whose layer this is.
     QWidget* Control() const { return static_cast<QWidget*>(parent()); }
 
     /// What can be drawn on now: the contents rectangle, at (0, 0); during a paint event the part that is painted.

@@ -18,6 +18,7 @@ namespace zk {
 
 /// What was wrong with one value of a form. The form is opened all the same, without that value.
 struct ZKHOST_API FormFault {
+    /// What can be wrong.
     enum class Kind {
         UnknownProperty,   ///< the component has no such property
         NoSuchComponent,   ///< a reference to a name that nothing on the form has
@@ -27,11 +28,11 @@ struct ZKHOST_API FormFault {
         UnknownClass,      ///< of a component; `Value` is the class
         UnreadableFile,    ///< of the whole form; nothing was loaded
     };
-    Kind What;
+    Kind What;          ///< which of them
     QString Component;  ///< its name, or its class where it has none
     QString Property;   ///< with dots where it is one of an owned object
     QString Value;      ///< as text
-    QString Reason;
+    QString Reason;     ///< in words
 
     /// One line: component, property, value and reason.
     QString Text() const;
@@ -75,6 +76,7 @@ class ZKHOST_API FormReading : public QObject {
     /// an empty name withdraws it.
     void Want(ComponentBase& component, const char* property, const QString& name);
 
+    /// Adds a fault to those that are told at the end.
     void AddFault(const FormFault& fault) { faults_.push_back(fault); }
     /// A fault of a component's property.
     static FormFault Fault(FormFault::Kind kind, const QObject& component, const QString& property,

@@ -36,6 +36,7 @@ class ZKHOST_API GlSurface : public QWidget {
     /// desktop never shows through a picture.
     static QSurfaceFormat RequestedFormat();
 
+    /// The control that carries the surface.
     QWidget* Control() const { return parentWidget(); }
 
     /// The native window with an OpenGL surface, or null where the platform made none.
@@ -53,6 +54,7 @@ class ZKHOST_API GlSurface : public QWidget {
     /// Called by each that begins or ends drawing into the surface. While nobody does, the surface is hidden and the
     /// control shows itself.
     void AddUser();
+    /// The end of what `AddUser` began.
     void RemoveUser();
 
     /// Shows a text in the place of the picture, for the user who cannot be shown one; an empty text brings the picture

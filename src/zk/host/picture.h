@@ -21,7 +21,7 @@ ZKHOST_API int PowerOfTwoNotAbove(int side);
 
 /// What a picture file may take. A file beyond a limit is not loaded.
 struct PictureLimits {
-    static constexpr qint64 FileBytes = 128LL << 20;
+    static constexpr qint64 FileBytes = 128LL << 20;          ///< of the file
     static constexpr int Side = 16384;                        ///< pixels
     static constexpr qint64 BitmapPixels = 32LL << 20;        ///< of the picture as it is stored
     static constexpr qint64 DrawnPixels = 64LL << 20;         ///< of a metafile as it is drawn

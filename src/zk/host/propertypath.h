@@ -13,8 +13,9 @@ namespace zk {
 /// A property of an object, or of an object that it owns: "Length", "Attributes.Material.Ambient".
 struct PropertyPlace {
     QPointer<QObject> Object;  ///< who has it
-    QMetaProperty Property;
+    QMetaProperty Property;    ///< which one
 
+    /// True if there is such a property.
     bool IsValid() const { return Object && Property.isValid(); }
 };
 
@@ -28,6 +29,7 @@ ZKHOST_API QVariant ReadProperty(const QObject& object, const QString& path);
 /// A value as a user would read it in a message.
 ZKHOST_API QString ValueText(const QVariant& value);
 
+/// What became of a value.
 enum class PropertyWritten { Yes, NoSuchProperty, BadValue };
 
 /// Writes a property through its setter, with a value as a form may hold it: besides what Qt converts, texts may be

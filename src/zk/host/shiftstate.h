@@ -19,6 +19,7 @@ enum TShiftStateFlag {
     ssMiddle = 32,
     ssDouble = 64,  ///< the press is the second of a double click
 };
+/// Any of them.
 Q_DECLARE_FLAGS(TShiftState, TShiftStateFlag)
 
 /// The state that goes with a mouse event. For a press the pressed button is among those held, for a release it no

@@ -29,6 +29,7 @@ class ZKHOST_API TTimer : public TComponent {
     explicit TTimer(QObject* owner = nullptr);
     ~TTimer() override;
 
+    /// On at first.
     bool GetEnabled() const { return enabled_; }
     /// Switching on begins a new interval.
     Q_SLOT virtual void SetEnabled(bool enabled);
@@ -44,6 +45,7 @@ class ZKHOST_API TTimer : public TComponent {
 
     /// Driven: time passes in `AdvanceTime` only. Each change begins new intervals.
     static void DriveTime(bool driven);
+    /// Whether time is driven.
     static bool IsTimeDriven();
     /// Lets driven time pass: the ticks of all timers that fall due within it, the earliest first, of those at the same
     /// time the timer that was made first. Does nothing while time is not driven, and from within itself.
@@ -52,15 +54,18 @@ class ZKHOST_API TTimer : public TComponent {
     void Loaded() override;
 
   Q_SIGNALS:
+    /// A tick.
     void OnTimer(QObject* sender);
 
   protected:
     /// Whether a tick would do anything now. While it would not, the timer sleeps, and what it missed is made up for by
     /// `Missed` before the next tick, and before `Reconsider` or `CatchUp` return.
     virtual bool NeedsTicks() const { return true; }
+    /// So many ticks went by while the timer slept.
     virtual void Missed(qint64 ticks);
     /// Call when the answer of `NeedsTicks` may have changed.
     Q_INVOKABLE void Reconsider();
+    /// Lets `Missed` make up for what has been slept through until now.
     void CatchUp();
 
     bool eventFilter(QObject* watched, QEvent* event) override;

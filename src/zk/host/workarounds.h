@@ -21,7 +21,9 @@ enum class Workaround {
 /// The name in the environment.
 ZKHOST_API std::string_view NameOf(Workaround workaround);
 
+/// Whether it is done.
 ZKHOST_API bool IsOn(Workaround workaround);
+/// Switches it on or off; some are asked only when a window or a context is made.
 ZKHOST_API void SetOn(Workaround workaround, bool on);
 
 }  // namespace zk
