@@ -6,9 +6,6 @@
 
 #include <QApplication>
 
-#include <memory>
-#include <vector>
-
 using namespace zk;
 
 namespace {
@@ -41,6 +38,40 @@ void addLight(TZkOglCanvas& canvas, const QString& position, const QColor& color
 
 }  // namespace
 
+void MakeMaterialsAndLights(TZkOglCanvas& canvas) {
+    canvas.SetUnitsPerCm(44);
+    canvas.SetBlickWinkel(18);  // degrees: in perspective
+    // From above: the directions to the right, up and towards the viewer.
+    canvas.SetProjectionbase({{0, -0.4, 0.6}, {1, 0, 0}, {0, 0.8, -0.6}, {0, 0.6, 0.8}});
+    addLight(canvas, "-4/6/5", "#C0B8A8", 180);
+    addLight(canvas, "8/3/2", "#204080", 180);
+    addLight(canvas, "0/5/2.6", "#FFE0B0", 14);
+    canvas.SetDefaultTriangleResolution(0.5);  // a spot is as round as the triangles are small
+    canvas.SetBackgroundQColor("#181C24");
+
+    auto* scene = new TZKOglScene(&canvas);
+    scene->SetZkOglCanvas(&canvas);
+    auto* floor = new TZKOglBox(&canvas);
+    floor->SetDisplayList(scene);
+    floor->SetA(11);
+    floor->SetB(0.2);
+    floor->SetC(6);
+    floor->Set_translation("-5.5/-1.2/-2.5");
+    floor->getAttributes()->getMaterial()->SetMAterialKind(slate);
+
+    // The glass comes last: what shows through it has to be there before.
+    double x = -4;
+    for (const Tmaterialkind& material : {chalk, plastic, gold, ember, glass}) {
+        auto* ball = new TZKOglSphere(&canvas);
+        ball->SetDisplayList(scene);
+        ball->SetR(0.9);
+        ball->SetResolution(48);
+        ball->Settranslation({x, -0.1, 0});
+        ball->getAttributes()->getMaterial()->SetMAterialKind(material);
+        x += 2;
+    }
+}
+
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     TZKOglControl control;
@@ -48,38 +79,7 @@ int main(int argc, char** argv) {
     control.QWidget::resize(560, 320);
     TZkOglCanvas canvas;
     canvas.SetWinControl(&control);
-    canvas.SetUnitsPerCm(44);
-    canvas.SetBlickWinkel(18);                                                             // degrees: in perspective
-    canvas.SetProjectionbase({{0, -0.4, 0.6}, {1, 0, 0}, {0, 0.8, -0.6}, {0, 0.6, 0.8}});  // from above
-    addLight(canvas, "-4/6/5", "#C0B8A8", 180);
-    addLight(canvas, "8/3/2", "#204080", 180);
-    addLight(canvas, "0/5/2.6", "#FFE0B0", 14);
-    canvas.SetDefaultTriangleResolution(0.5);  // a spot is as round as the triangles are small
-
-    canvas.SetBackgroundQColor("#181C24");
-
-    TZKOglScene scene;
-    scene.SetZkOglCanvas(&canvas);
-    TZKOglBox floor;
-    floor.SetDisplayList(&scene);
-    floor.SetA(11);
-    floor.SetB(0.2);
-    floor.SetC(6);
-    floor.Set_translation("-5.5/-1.2/-2.5");
-    floor.getAttributes()->getMaterial()->SetMAterialKind(slate);
-
-    // The glass comes last: what shows through it has to be there before.
-    std::vector<std::unique_ptr<TZKOglSphere>> balls;
-    for (const Tmaterialkind& material : {chalk, plastic, gold, ember, glass}) {
-        auto ball = std::make_unique<TZKOglSphere>();
-        ball->SetDisplayList(&scene);
-        ball->SetR(0.9);
-        ball->SetResolution(48);
-        ball->Settranslation({-4.0 + 2.0 * double(balls.size()), -0.1, 0});
-        ball->getAttributes()->getMaterial()->SetMAterialKind(material);
-        balls.push_back(std::move(ball));
-    }
-
+    MakeMaterialsAndLights(canvas);
     control.show();
     return QApplication::exec();
 }

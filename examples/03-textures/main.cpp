@@ -38,9 +38,10 @@ QImage chessboard() {
     return picture;
 }
 
-void cover(TCustomShape& shape, const QString& picture, double width, double height) {
-    shape.getAttributes()->getMaterial()->SetMAterialKind({.Ambient = 0x606060, .Diffuse = 0xFFFFFF, .Translucent = 1});
-    TTexture* texture = shape.getAttributes()->getTexture();
+void cover(TCustomShape* shape, const QString& picture, double width, double height) {
+    shape->getAttributes()->getMaterial()->SetMAterialKind(
+        {.Ambient = 0x606060, .Diffuse = 0xFFFFFF, .Translucent = 1});
+    TTexture* texture = shape->getAttributes()->getTexture();
     texture->SetPicture(picture);
     texture->SetWorldWidth(width);  // of one repetition, in centimetres
     texture->SetWorldheight(height);
@@ -50,6 +51,48 @@ void cover(TCustomShape& shape, const QString& picture, double width, double hei
 
 }  // namespace
 
+void MakeTextures(TZkOglCanvas& canvas) {
+    canvas.SetUnitsPerCm(50);
+    canvas.SetBlickWinkel(20);
+    canvas.SetBackgroundQColor("#BCD8EC");
+    canvas.SetProjectionbase({{0, 0.4, 0}, {0.96, 0, -0.28}, {-0.112, 0.9165, -0.384}, {0.2566, 0.4, 0.8798}});
+    auto* light = new TZKOglLight(&canvas);
+    light->SetZkOglCanvas(&canvas);
+    light->SetLightPosition("-3/8/9");
+    light->setattenuation(0.1);
+    light->SetEnabled(true);
+
+    ZkAddBitmaptexture("bricks", bricks());
+    ZkAddBitmaptexture("beach-ball", beachBall());
+    ZkAddBitmaptexture("chessboard", chessboard());
+
+    auto* scene = new TZKOglScene(&canvas);
+    scene->SetZkOglCanvas(&canvas);
+    auto* floor = new TZKOglBox(&canvas);
+    floor->SetDisplayList(scene);
+    floor->SetA(7);
+    floor->SetB(0.2);
+    floor->SetC(5);
+    floor->Set_translation("-3.5/-1.2/-2.5");
+    cover(floor, "chessboard", 1, 1);
+    // The frame in which the picture lies; without one each face has its own.
+    floor->getAttributes()->getTexture()->Setbase({{0, 0, 0}, {1, 0, 0}, {0, 0, 1}, {0, 1, 0}});
+    auto* wall = new TZKOglBox(&canvas);
+    wall->SetDisplayList(scene);
+    wall->SetA(2);
+    wall->SetB(2);
+    wall->SetC(1);
+    wall->Set_translation("-2.2/-1/-1");
+    cover(wall, "bricks", 1, 1);
+    auto* ball = new TZKOglSphere(&canvas);
+    ball->SetDisplayList(scene);
+    ball->SetResolution(48);
+    ball->SetDrehgeradeRichtung("1/0/0.6");
+    ball->Setdrehwinkel(-60);
+    ball->Set_translation("1.6/0/0.3");
+    cover(ball, "beach-ball", 1, 1);
+}
+
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     TZKOglControl control;
@@ -57,46 +100,7 @@ int main(int argc, char** argv) {
     control.QWidget::resize(480, 360);
     TZkOglCanvas canvas;
     canvas.SetWinControl(&control);
-    canvas.SetUnitsPerCm(50);
-    canvas.SetBlickWinkel(20);
-    canvas.SetBackgroundQColor("#BCD8EC");
-    canvas.SetProjectionbase({{0, 0.4, 0}, {0.96, 0, -0.28}, {-0.112, 0.9165, -0.384}, {0.2566, 0.4, 0.8798}});
-    TZKOglLight light;
-    light.SetZkOglCanvas(&canvas);
-    light.SetLightPosition("-3/8/9");
-    light.setattenuation(0.1);
-    light.SetEnabled(true);
-
-    ZkAddBitmaptexture("bricks", bricks());
-    ZkAddBitmaptexture("beach-ball", beachBall());
-    ZkAddBitmaptexture("chessboard", chessboard());
-
-    TZKOglScene scene;
-    scene.SetZkOglCanvas(&canvas);
-    TZKOglBox floor;
-    floor.SetDisplayList(&scene);
-    floor.SetA(7);
-    floor.SetB(0.2);
-    floor.SetC(5);
-    floor.Set_translation("-3.5/-1.2/-2.5");
-    cover(floor, "chessboard", 1, 1);
-    // The frame in which the picture lies; without one each face has its own.
-    floor.getAttributes()->getTexture()->Setbase({{0, 0, 0}, {1, 0, 0}, {0, 0, 1}, {0, 1, 0}});
-    TZKOglBox wall;
-    wall.SetDisplayList(&scene);
-    wall.SetA(2);
-    wall.SetB(2);
-    wall.SetC(1);
-    wall.Set_translation("-2.2/-1/-1");
-    cover(wall, "bricks", 1, 1);
-    TZKOglSphere ball;
-    ball.SetDisplayList(&scene);
-    ball.SetResolution(48);
-    ball.SetDrehgeradeRichtung("1/0/0.6");
-    ball.Setdrehwinkel(-60);
-    ball.Set_translation("1.6/0/0.3");
-    cover(ball, "beach-ball", 1, 1);
-
+    MakeTextures(canvas);
     control.show();
     return QApplication::exec();
 }

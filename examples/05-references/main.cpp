@@ -53,22 +53,16 @@ void plant(TZKOglScene* daisy, const TXYZ& at) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    const QApplication application(argc, argv);
-    TZKOglControl control;
-    control.setWindowTitle("References");
-    control.QWidget::resize(360, 270);
-    TZkOglCanvas canvas;
-    canvas.SetWinControl(&control);
+void MakeReferences(TZkOglCanvas& canvas) {
     canvas.SetUnitsPerCm(36);
     canvas.SetBlickWinkel(22);
     canvas.SetBackgroundQColor("#B4DCF4");
     canvas.SetProjectionbase({{0, 1.2, 0}, {1, 0, 0}, {0, 0.92, -0.392}, {0, 0.392, 0.92}});
-    TZKOglLight sun;
-    sun.SetZkOglCanvas(&canvas);
-    sun.SetLightPosition("-6/12/12");
-    sun.setattenuation(0.1);
-    sun.SetEnabled(true);
+    auto* sun = new TZKOglLight(&canvas);
+    sun->SetZkOglCanvas(&canvas);
+    sun->SetLightPosition("-6/12/12");
+    sun->setattenuation(0.1);
+    sun->SetEnabled(true);
 
     auto* ground = new TZKOglScene(&canvas);
     ground->SetZkOglCanvas(&canvas);
@@ -86,7 +80,16 @@ int main(int argc, char** argv) {
     mauve->SetTranslation({1.8, 1.6, 1});
     for (const TXYZ& at : {TXYZ{-3, 1.5, 1.6}, TXYZ{-0.9, 1.7, -1.6}, TXYZ{3.6, 1.6, -2.2}})
         plant(mauve, at);
+}
 
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    TZKOglControl control;
+    control.setWindowTitle("References");
+    control.QWidget::resize(360, 270);
+    TZkOglCanvas canvas;
+    canvas.SetWinControl(&control);
+    MakeReferences(canvas);
     control.show();
     return QApplication::exec();
 }

@@ -9,6 +9,7 @@
 #include <QApplication>
 
 #include <cmath>
+#include <memory>
 #include <numbers>
 
 using namespace zk;
@@ -53,6 +54,32 @@ void drawTube(int turns) {
 
 }  // namespace
 
+void MakeUserDrawing(TZkOglCanvas& canvas) {
+    canvas.SetUnitsPerCm(40);
+    canvas.SetBlickWinkel(16);
+    canvas.SetBackgroundQColor("#202838");
+    auto* light = new TZKOglLight(&canvas);
+    light->SetZkOglCanvas(&canvas);
+    light->SetLightPosition("-5/6/9");
+    light->setattenuation(0.1);
+    light->SetEnabled(true);
+    auto* scene = new TZKOglScene(&canvas);
+    scene->SetZkOglCanvas(&canvas);
+
+    auto turns = std::make_shared<int>(3);
+    auto* shape = new TZKOglShape(&canvas);
+    shape->SetDisplayList(scene);
+    shape->SetDrehgeradeRichtung("1/0.2/0");
+    shape->Setdrehwinkel(-20);
+    shape->getAttributes()->getMaterial()->SetMAterialKind(
+        {.Ambient = 0x302818, .Diffuse = 0xC8A030, .Specular = 0xC0C0C0, .Shininess = 50, .Translucent = 1});
+    QObject::connect(shape, &TZKOglShape::OnPlay, [turns] { drawTube(*turns); });
+    QObject::connect(shape, &TZKOglShape::OnMouseDown, [=] {
+        *turns = *turns == 3 ? 5 : 3;
+        shape->Invalidate();
+    });
+}
+
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     TZKOglControl control;
@@ -60,30 +87,7 @@ int main(int argc, char** argv) {
     control.QWidget::resize(340, 290);
     TZkOglCanvas canvas;
     canvas.SetWinControl(&control);
-    canvas.SetUnitsPerCm(40);
-    canvas.SetBlickWinkel(16);
-    canvas.SetBackgroundQColor("#202838");
-    TZKOglLight light;
-    light.SetZkOglCanvas(&canvas);
-    light.SetLightPosition("-5/6/9");
-    light.setattenuation(0.1);
-    light.SetEnabled(true);
-    TZKOglScene scene;
-    scene.SetZkOglCanvas(&canvas);
-
-    int turns = 3;
-    TZKOglShape shape;
-    shape.SetDisplayList(&scene);
-    shape.SetDrehgeradeRichtung("1/0.2/0");
-    shape.Setdrehwinkel(-20);
-    shape.getAttributes()->getMaterial()->SetMAterialKind(
-        {.Ambient = 0x302818, .Diffuse = 0xC8A030, .Specular = 0xC0C0C0, .Shininess = 50, .Translucent = 1});
-    QObject::connect(&shape, &TZKOglShape::OnPlay, [&turns] { drawTube(turns); });
-    QObject::connect(&shape, &TZKOglShape::OnMouseDown, [&] {
-        turns = turns == 3 ? 5 : 3;
-        shape.Invalidate();
-    });
-
+    MakeUserDrawing(canvas);
     control.show();
     return QApplication::exec();
 }

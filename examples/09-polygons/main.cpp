@@ -48,12 +48,12 @@ double area(const TlistOFXYArray& outlines) {
 
 // A flat shape of one outline, `height` above the map.
 template <class Outline>
-void add(TZKOglScene& scene, const Outline& outline, double height, TColor color, TPAMode mode = glfill) {
+void add(TZKOglScene* scene, const Outline& outline, double height, TColor color, TPAMode mode = glfill) {
     QStringList lines;
     for (const auto& point : outline.Items())
         lines.prepend(xyztoStr({point.x, point.y, height}));  // outlines run counter-clockwise, and fronts clockwise
-    auto* plane = new TZKOglPlane(&scene);
-    plane->SetDisplayList(&scene);
+    auto* plane = new TZKOglPlane(scene);
+    plane->SetDisplayList(scene);
     plane->SetData(lines);
     plane->getAttributes()->getPolyStyle()->SetMode(mode);
     plane->getAttributes()->getMaterial()->SetMAterialKind({.Emission = color, .Translucent = 1});
@@ -61,16 +61,11 @@ void add(TZKOglScene& scene, const Outline& outline, double height, TColor color
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    const QApplication application(argc, argv);
-    TZKOglControl control;
-    control.QWidget::resize(520, 360);
-    TZkOglCanvas canvas;
-    canvas.SetWinControl(&control);
+void MakePolygons(TZkOglCanvas& canvas) {
     canvas.SetUnitsPerCm(46);
     canvas.SetBackgroundQColor("#86B4D8");
-    TZKOglScene scene;
-    scene.SetZkOglCanvas(&canvas);
+    auto* scene = new TZKOglScene(&canvas);
+    scene->SetZkOglCanvas(&canvas);
 
     TlistOFXYArray rained;
     SetOperation(*polygon(island), *polygon(cloud), rained, false);
@@ -91,9 +86,18 @@ int main(int argc, char** argv) {
     for (int i = 0; i < together.Count(); ++i)
         add(scene, *together[i], 0.3, 0x403020, glline);
 
-    control.setWindowTitle(QString("It rains on %1 of the island's %2 square centimetres")
-                               .arg(area(rained), 0, 'f', 1)
-                               .arg(std::abs(Vekt(*polygon(island))) / 2, 0, 'f', 1));
+    canvas.GetWinControl()->setWindowTitle(QString("It rains on %1 of the island's %2 square centimetres")
+                                               .arg(area(rained), 0, 'f', 1)
+                                               .arg(std::abs(Vekt(*polygon(island))) / 2, 0, 'f', 1));
+}
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    TZKOglControl control;
+    control.QWidget::resize(520, 360);
+    TZkOglCanvas canvas;
+    canvas.SetWinControl(&control);
+    MakePolygons(canvas);
     control.show();
     return QApplication::exec();
 }

@@ -8,6 +8,8 @@
 
 #include <QApplication>
 
+#include <memory>
+
 using namespace zk;
 
 namespace {
@@ -31,6 +33,7 @@ class Sky : public QWidget {
   public:
     Sky() {
         setPalette(QColor("#101828"));
+        setAutoFillBackground(true);
         device_.Setcontrol(this);
         device_.SetUnitsPerCm(41);
         device_.SetBlickWinkel(20);
@@ -84,11 +87,15 @@ class Sky : public QWidget {
 
 }  // namespace
 
+QWidget* MakePlaneCanvas() {
+    return new Sky;
+}
+
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
-    Sky sky;
-    sky.setWindowTitle("A plain canvas");
-    sky.resize(560, 360);
-    sky.show();
+    const std::unique_ptr<QWidget> sky(MakePlaneCanvas());
+    sky->setWindowTitle("A plain canvas");
+    sky->resize(560, 360);
+    sky->show();
     return QApplication::exec();
 }
