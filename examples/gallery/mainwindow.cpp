@@ -4,6 +4,7 @@
 
 #include <zk/_zkdevice.h>
 #include <zk/_zkmath.h>
+#include <zk/_zkogltools/customshape.h>
 #include <zk/_zkxyarrays.h>
 
 #include <QColorDialog>
@@ -61,9 +62,13 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
 
     panel_->SetShapes(boxes_->Names());
     ui.scroller->setMinimumWidth(panel_->minimumSizeHint().width());
+    NameComponents(*motion_);
+    addThemes();
     buildStatusBar();
+    addProperties();
     connectPanel();
     connectMouse();
+    showPage();
 }
 
 // The frame in which a texture is laid is nothing that a form can hold.
@@ -73,11 +78,7 @@ void MainWindow::layTiles(TZKOglBox* floor) {
 
 void MainWindow::connectPanel() {
     // They drive the canvas of the first page.
-    connect(pages_, &QTabWidget::currentChanged, this, [this](int page) {
-        dock_->setVisible(page == 0);
-        clicked_->setText(page == 0 ? invitation() : tr("Drag the cube to turn the view"));
-        underPointer_->clear();
-    });
+    connect(pages_, &QTabWidget::currentChanged, this, &MainWindow::showPage);
 
     connect(panel_->angle, &ValueSlider::Changed, canvas_, &TZkOglCanvas::SetBlickWinkel);
     connect(panel_->zoom, &ValueSlider::Changed, canvas_, &TZkOglCanvas::SetZoomFactor);
@@ -100,6 +101,9 @@ void MainWindow::buildStatusBar() {
     underPointer_ = new QLabel;
     statusBar()->addWidget(clicked_, 1);
     statusBar()->addPermanentWidget(underPointer_);
+    recording_ = new RecordBar([this] { return PagePicture(); }, this);
+    statusBar()->addPermanentWidget(recording_);
+    connect(recording_, &RecordBar::Said, clicked_, &QLabel::setText);
     // The texts must not keep the window from being made smaller.
     clicked_->setMinimumWidth(1);
     underPointer_->setMinimumWidth(1);
@@ -108,6 +112,7 @@ void MainWindow::buildStatusBar() {
 void MainWindow::Reset() {
     const ChangeBracket bracket(canvas_);
     ShowMotion(false);
+    properties_->TakeBack();
     panel_->Reset();
     boxes_->Reset();
     canvas_->SetBackgroundQColor(background_);
@@ -128,6 +133,90 @@ void MainWindow::chooseBackground() {
     connect(dialog, &QColorDialog::rejected, this,
             [this, before = canvas_->GetBackgroundQColor()] { canvas_->SetBackgroundQColor(before); });
     dialog->open();
+}
+
+// --- pages and their properties -------------------------------------------------------------------------------------
+
+void MainWindow::addThemes() {
+    themes_ = MakeThemePages(pages_);
+    for (ThemePage* page : themes_)
+        pages_->addTab(page, page->Title());
+}
+
+void MainWindow::addProperties() {
+    properties_ = new PropertyPanel;
+    propertiesDock_ = new QDockWidget(tr("Properties"), this);
+    propertiesDock_->setObjectName("properties");
+    propertiesDock_->setFeatures(dock_->features());
+    propertiesDock_->setWidget(properties_);
+    addDockWidget(Qt::RightDockWidgetArea, propertiesDock_);
+    tabifyDockWidget(dock_, propertiesDock_);
+    setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
+    // Not every setter asks for a repaint: a sphere's resolution waits for the next one.
+    connect(properties_, &PropertyPanel::Edited, this, [](QObject* component) {
+        if (auto* shape = qobject_cast<TCustomShape*>(component))
+            shape->Invalidate();
+    });
+    followClicks(canvas_, control_);
+    followClicks(motion_->Canvas(), motion_->Control());
+}
+
+void MainWindow::showPage() {
+    auto* theme = qobject_cast<ThemePage*>(pages_->currentWidget());
+    if (theme && theme->Fill() && theme->Canvas())
+        followClicks(theme->Canvas(), theme->Control());
+    const bool boxes = pages_->currentIndex() == 0;
+    dock_->setVisible(boxes);
+    propertiesDock_->setVisible(ShownCanvas());
+    if (boxes)
+        dock_->raise();
+    clicked_->setText(boxes ? invitation() : theme ? theme->Hint() : tr("Drag the cube to turn the view"));
+    underPointer_->clear();
+
+    QObjectList components;
+    if (TZkOglCanvas* canvas = ShownCanvas()) {
+        components += canvas;
+        for (int i = 0; i < canvas->getLights()->Count(); ++i)
+            components += canvas->getLights()->getLights(i);
+        for (TZKOglScene* scene : canvas->Scenes()) {
+            components += scene;
+            for (int i = 0; i < scene->GetShapeCount(); ++i)
+                components += scene->GetZkShape(i);
+        }
+    }
+    properties_->SetComponents(components);
+}
+
+TZkOglCanvas* MainWindow::ShownCanvas() const {
+    if (const auto* theme = qobject_cast<ThemePage*>(pages_->currentWidget()))
+        return theme->Canvas();
+    return pages_->currentIndex() == 0 ? canvas_ : motion_->Canvas();
+}
+
+QImage MainWindow::PagePicture() const {
+    TZkOglCanvas* canvas = ShownCanvas();
+    if (!canvas)
+        return pages_->currentWidget()->grab().toImage();
+    const QWidget* control = canvas->GetWinControl();
+    const double ratio = control->devicePixelRatioF();
+    return canvas->Picture((QSizeF(control->contentsRect().size()) * ratio).toSize(), ratio);
+}
+
+// What the user sees under the pointer is the last hit. Where the canvas does not look for itself, it is asked to.
+void MainWindow::followClicks(TZkOglCanvas* canvas, TZKOglControl* control) {
+    connect(control, &TZKOglControl::OnMouseDown, this, [this, canvas](QObject*, auto, auto, int x, int y) {
+        if (!canvas->GetSelectEnabled())
+            canvas->Select(x, y);
+        const std::vector<THitItem>& hits = canvas->Hits();
+        select(hits.empty() ? nullptr : dynamic_cast<QObject*>(HitTarget::Of(hits.back().HitObject)));
+    });
+    connect(canvas, &TZkOglCanvas::OnAfterCompile, properties_, &PropertyPanel::UpdateSoon);
+}
+
+void MainWindow::select(QObject* component) {
+    properties_->SetComponent(component);
+    if (component)
+        propertiesDock_->raise();
 }
 
 // --- the mouse ------------------------------------------------------------------------------------------------------

@@ -2,20 +2,27 @@
 
 #include "boxes.h"
 #include "motion.h"
+#include "propertypanel.h"
+#include "recordbar.h"
 #include "sidepanel.h"
+#include "themes.h"
 
 #include <zk/_zkoglcanvas.h>
 
 #include <QColor>
 #include <QDockWidget>
+#include <QImage>
 #include <QLabel>
 #include <QMainWindow>
 #include <QTabWidget>
 
+#include <vector>
+
 namespace gallery {
 
 /// The window, a form (mainwindow.ui). Its first page is a control with the picture of a scene, and beside it ordinary
-/// widgets that drive the canvas; the second one is what moves (`MotionPage`).
+/// widgets that drive the canvas; the second one is what moves (`MotionPage`), and the others are what the examples
+/// show. A click on a shape of any page opens its properties; the status bar has a button that records the page.
 ///
 /// A left click on a box lifts it or puts it back, a right click gives it the next material; the status bar says which
 /// box was clicked, and which one is under the pointer.
@@ -30,6 +37,15 @@ class MainWindow : public QMainWindow {
     SidePanel* Panel() const { return panel_; }
     MotionPage* Motion() const { return motion_; }
     void ShowMotion(bool show) { pages_->setCurrentIndex(show ? 1 : 0); }
+    const std::vector<ThemePage*>& Themes() const { return themes_; }
+    void ShowTheme(ThemePage* page) { pages_->setCurrentWidget(page); }
+    PropertyPanel* Properties() const { return properties_; }
+    RecordBar* Recording() const { return recording_; }
+
+    /// The canvas of the page that is shown; null for one without OpenGL.
+    zk::TZkOglCanvas* ShownCanvas() const;
+    /// What the page shows, in its own size.
+    QImage PagePicture() const;
 
     /// What the status bar says: of the last click, and of the pointer.
     QString ClickText() const { return clicked_->text(); }
@@ -49,6 +65,11 @@ class MainWindow : public QMainWindow {
     void connectPanel();
     void buildStatusBar();
     void connectMouse();
+    void addThemes();
+    void addProperties();
+    void showPage();
+    void followClicks(zk::TZkOglCanvas* canvas, zk::TZKOglControl* control);
+    void select(QObject* component);
     void setRotationAxis(int axis);
     void chooseBackground();
 
@@ -67,6 +88,10 @@ class MainWindow : public QMainWindow {
     zk::TZKOglLight* light_;
     SidePanel* panel_;
 
+    std::vector<ThemePage*> themes_;
+    PropertyPanel* properties_ = nullptr;
+    QDockWidget* propertiesDock_ = nullptr;
+    RecordBar* recording_ = nullptr;
     Boxes* boxes_;
     QLabel* clicked_ = nullptr;
     QLabel* underPointer_ = nullptr;

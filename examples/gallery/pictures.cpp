@@ -1,12 +1,12 @@
 #include "pictures.h"
 
+#include "frames.h"
 #include "mainwindow.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QEventLoop>
-#include <QImageWriter>
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QScreen>
@@ -16,14 +16,13 @@
 #include <algorithm>
 #include <functional>
 #include <utility>
+#include <vector>
 
 using namespace zk;
 
 namespace gallery {
 
 namespace {
-
-constexpr int frameLength = 40;  // milliseconds of the animation
 
 QString tr(const char* text) {
     return QCoreApplication::translate("gallery::Pictures", text);
@@ -69,20 +68,6 @@ QImage fromScreen(MainWindow& window, QString& whyNot) {
     return picture;
 }
 
-QString write(const QImage& picture, const QString& path) {
-    QImageWriter writer(path, "png");
-    writer.setCompression(100);  // smallest
-    if (!writer.write(picture))
-        return tr("%1: %2").arg(path, writer.errorString());
-    return {};
-}
-
-// Takes the time away from the clock while it lives.
-struct DrivenTime {
-    DrivenTime() { TTimer::DriveTime(true); }
-    ~DrivenTime() { TTimer::DriveTime(false); }
-};
-
 }  // namespace
 
 QImage PictureOf(MainWindow& window, QString& whyNot) {
@@ -96,14 +81,14 @@ QImage PictureOf(MainWindow& window, QString& whyNot) {
 QString WritePicture(MainWindow& window, const QString& path) {
     QString whyNot;
     const QImage picture = PictureOf(window, whyNot);
-    return picture.isNull() ? whyNot : write(picture, path);
+    return picture.isNull() ? whyNot : WriteWhole(picture, path);
 }
 
 QString WriteScene(MainWindow& window, const QSize& size, const QString& path) {
     constexpr double shownSide = 800;
     const double ratio = std::max(size.width(), size.height()) / shownSide;
     const QImage picture = window.Canvas()->Picture(size, ratio);
-    return picture.isNull() ? tr("OpenGL gave none of that size") : write(picture, path);
+    return picture.isNull() ? tr("OpenGL gave none of that size") : WriteWhole(picture, path);
 }
 
 QString WritePictures(MainWindow& window, const QString& folder, QStringList& paths) {
@@ -111,7 +96,7 @@ QString WritePictures(MainWindow& window, const QString& folder, QStringList& pa
         return tr("%1: the folder could not be made").arg(folder);
     const DrivenTime driven;
     SidePanel* panel = window.Panel();
-    const std::pair<const char*, std::function<void()>> views[] = {
+    std::vector<std::pair<QString, std::function<void()>>> views = {
         {"1-overview", [] {}},
         {"2-perspective", [panel] { panel->angle->SetValue(28); }},
         {"3-zoomed",
@@ -135,10 +120,15 @@ QString WritePictures(MainWindow& window, const QString& folder, QStringList& pa
              TTimer::AdvanceTime(1500);
          }},
     };
+    for (ThemePage* page : window.Themes()) {
+        const QString name = page->Title().remove(QLatin1Char('&')).toLower();
+        views.emplace_back(QStringLiteral("%1-%2").arg(views.size() + 1).arg(name),
+                           [&window, page] { window.ShowTheme(page); });
+    }
     for (const auto& [name, show] : views) {
         window.Reset();
         show();
-        const QString path = QDir(folder).filePath(QString::fromLatin1(name) + ".png");
+        const QString path = QDir(folder).filePath(name + QStringLiteral(".png"));
         if (const QString error = WritePicture(window, path); !error.isEmpty())
             return error;
         paths += path;
@@ -147,25 +137,22 @@ QString WritePictures(MainWindow& window, const QString& folder, QStringList& pa
 }
 
 QString WriteFrames(MainWindow& window, const QString& folder, int count, QStringList& paths) {
-    if (!QDir().mkpath(folder))
-        return tr("%1: the folder could not be made").arg(folder);
-    const DrivenTime driven;
+    FrameSeries series(folder);
+    if (QString error = series.Begin(); !error.isEmpty())
+        return error;
     window.ShowMotion(true);
     if (!waitUntilShown(window))
         return tr("the window did not come up on the screen");
-    for (int i = 1; i <= count; ++i) {
-        TTimer::AdvanceTime(frameLength);
+    QString error;
+    for (int i = 0; i < count && error.isEmpty(); ++i) {
+        series.Advance();
         runEventLoopFor(20);  // until the navigator and what the window system paints are there, too
-        QString whyNot;
-        const QImage picture = fromScreen(window, whyNot);
-        if (picture.isNull())
-            return whyNot;
-        const QString path = QDir(folder).filePath(QStringLiteral("frame-%1.png").arg(i, 4, 10, QLatin1Char('0')));
-        if (const QString error = write(picture, path); !error.isEmpty())
-            return error;
-        paths += path;
+        const QImage picture = fromScreen(window, error);
+        if (!picture.isNull())
+            error = series.Write(picture);
     }
-    return {};
+    paths += series.Paths();
+    return error;
 }
 
 }  // namespace gallery

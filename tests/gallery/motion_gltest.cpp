@@ -131,9 +131,10 @@ TEST_F(Motion, NothingMovesWhileThePageIsNotShown) {
     });
     TTimer::AdvanceTime(400);
     EXPECT_GT(swaps, 0);
-    EXPECT_FALSE(window->findChild<QDockWidget*>()->isVisible()) << "the controls are those of the other page";
+    EXPECT_FALSE(window->findChild<QDockWidget*>("controls")->isVisible())
+        << "the controls are those of the other page";
     window->ShowMotion(false);
-    EXPECT_TRUE(window->findChild<QDockWidget*>()->isVisible());
+    EXPECT_TRUE(window->findChild<QDockWidget*>("controls")->isVisible());
     GlForm::Settle();
     const double angle = page()->Ride()->Angle();
     swaps = 0;

@@ -78,7 +78,7 @@ TEST(GalleryProgram, WritesSeveralPicturesAndSaysWhere) {
     const Result result = run({"--pictures", folder.filePath("a/b")});
     EXPECT_EQ(result.code, 0) << result.errors.toStdString();
     const QStringList paths = result.output.split('\n', Qt::SkipEmptyParts);
-    EXPECT_EQ(paths.size(), 6);
+    EXPECT_EQ(paths.size(), 13);
     QList<QImage> images;
     for (const QString& path : paths) {
         const QImage image(path);
