@@ -1,6 +1,7 @@
 // What a pick finds is what an independent computation finds: the flat faces of the shapes, cut by the column or
 // pyramid of the pick. Run once at each pixel ratio (QT_SCALE_FACTOR).
 #include "glform.h"
+#include "random.h"
 
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
@@ -14,7 +15,6 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <random>
 #include <set>
 
 using namespace zk;
@@ -29,30 +29,6 @@ constexpr double pi = std::numbers::pi;
 constexpr double margin = 0.004;
 /// And so are faces that are seen edge-on: the cosine of the angle to their normal.
 constexpr double edgeOn = 0.02;
-
-class Random {
-  public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine_); }
-    int Below(int end) { return std::uniform_int_distribution<int>(0, end - 1)(engine_); }
-    bool OneIn(int chances) { return Below(chances) == 0; }
-    TXYZ Point(double size) { return {Between(-size, size), Between(-size, size), Between(-size, size)}; }
-    TXYZ Direction() {
-        for (;;) {
-            const TXYZ point = Point(1);
-            if (Len(point) > 0.1 && Len(point) <= 1)
-                return Normalize(point);
-        }
-    }
-    TBAse Frame(double reach) {
-        const TXYZ x = Direction();
-        const TXYZ z = Normalize(Vekt(x, Direction()));
-        return {Point(reach), x, Vekt(z, x), z};
-    }
-
-  private:
-    std::mt19937 engine_;
-};
 
 using Polygon = std::vector<TXYZ>;
 

@@ -1,6 +1,7 @@
 // Windows that are resized, hidden, shown and repainted at random, thousands of times. ZKOGL_STRESS_STEPS in the
 // environment says how often; the least is what every run of the tests can afford.
 #include "glform.h"
+#include "random.h"
 
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
@@ -10,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
 using namespace zk;
 using namespace zk::test;
@@ -22,15 +22,6 @@ constexpr int fewestSteps = 2000;
 int stepsToMake() {
     return std::max(fewestSteps, qEnvironmentVariableIntValue("ZKOGL_STRESS_STEPS"));
 }
-
-class Random {
-  public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    int Below(int end) { return std::uniform_int_distribution<int>(0, end - 1)(engine_); }
-
-  private:
-    std::mt19937 engine_;
-};
 
 /// A window with a canvas, some shapes and a light.
 struct Place {

@@ -1,6 +1,7 @@
 // `WtoPixel` and OpenGL put a point at the same place, whatever the view; and where they do not. Run once at each pixel
 // ratio (QT_SCALE_FACTOR).
 #include "glform.h"
+#include "random.h"
 
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -11,35 +12,11 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <random>
 
 using namespace zk;
 using namespace zk::test;
 
 namespace {
-
-class Random {
-  public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine_); }
-    int Below(int end) { return std::uniform_int_distribution<int>(0, end - 1)(engine_); }
-    TXYZ Point(double size) { return {Between(-size, size), Between(-size, size), Between(-size, size)}; }
-    TXYZ Direction() {
-        for (;;) {
-            const TXYZ point = Point(1);
-            if (Len(point) > 0.1 && Len(point) <= 1)
-                return Normalize(point);
-        }
-    }
-    TBAse Frame(double reach) {
-        const TXYZ x = Direction();
-        const TXYZ z = Normalize(Vekt(x, Direction()));
-        return {Point(reach), x, Vekt(z, x), z};
-    }
-
-  private:
-    std::mt19937 engine_;
-};
 
 /// Where OpenGL puts a point of its model coordinates, in pixels of the client area (y down).
 TXY placed(TZkOglCanvas& canvas, const TXYZ& p) {

@@ -1,5 +1,6 @@
 // Which solid contains a point.
 #include "glform.h"
+#include "random.h"
 
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -11,23 +12,11 @@
 #include <cmath>
 #include <numbers>
 #include <optional>
-#include <random>
 
 using namespace zk;
 using namespace zk::test;
 
 namespace {
-
-class Random {
-  public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine_); }
-    int Below(int end) { return std::uniform_int_distribution<int>(0, end - 1)(engine_); }
-    TXYZ Point(double size) { return {Between(-size, size), Between(-size, size), Between(-size, size)}; }
-
-  private:
-    std::mt19937 engine_;
-};
 
 /// A solid, and how far inside of it a point is (negative outside), in parts of its size. Computed without OpenGL.
 struct Solid {

@@ -3,6 +3,7 @@
 #include "glform.h"
 #include "glrecorder.h"
 #include "picturefiles.h"
+#include "random.h"
 
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -11,25 +12,10 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 using namespace zk;
 using namespace zk::test;
 
 namespace {
-
-class Random {
-  public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine_); }
-    int Below(int end) { return std::uniform_int_distribution<int>(0, end - 1)(engine_); }
-    bool OneIn(int chances) { return Below(chances) == 0; }
-    TColor Color() { return TColor(Below(0x1000000)); }
-    TXYZ Point(double size) { return {Between(-size, size), Between(-size, size), Between(-size, size)}; }
-
-  private:
-    std::mt19937 engine_;
-};
 
 /// A handler that does nothing: a shape that has one belongs to user code and is played each time.
 void playAlways(TCustomShape* shape) {

@@ -124,15 +124,11 @@ std::vector<THitItem> TZkOglCanvas::needle(const TXYZ& point, bool down, unsigne
     const QPointer<TZkOglCanvas> self = this;
     glPushAttrib(GL_POLYGON_BIT | GL_VIEWPORT_BIT | GL_ENABLE_BIT);
     const Tmatrix view = GetOglModelMatrix();
-    std::array<GLdouble, 16> projection{};
-    glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
+    const SavedProjection projection;
     const auto restore = qScopeGuard([&] {
         if (!self || !CheckCurrent())
             return;
-        {
-            const MatrixModeScope mode(GL_PROJECTION);
-            glLoadMatrixd(projection.data());
-        }
+        projection.Restore();
         SetOglModelMatrix(view);
         glPopAttrib();
         for (int plane = 0; plane < 5; ++plane)

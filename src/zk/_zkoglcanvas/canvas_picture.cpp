@@ -20,11 +20,11 @@ constexpr QSize largestPart(2048, 2048);
 
 /// Multiplies OpenGL's projection from the left by one that brings a part of a square picture, given by its lower left
 /// corner and its size, to fill the viewport. `side` is that of the square, in the same pixels.
-void lookAtPart(const std::array<GLdouble, 16>& projection, const QPointF& corner, const QSizeF& size, double side) {
+void lookAtPart(const SavedProjection& projection, const QPointF& corner, const QSizeF& size, double side) {
     glLoadIdentity();
     glTranslated((side - 2 * corner.x()) / size.width() - 1, (side - 2 * corner.y()) / size.height() - 1, 0);
     glScaled(side / size.width(), side / size.height(), 1);
-    glMultMatrixd(projection.data());
+    glMultMatrixd(projection.Matrix().data());
 }
 
 }  // namespace
@@ -94,13 +94,11 @@ bool TZkOglCanvas::drawParts(QImage& picture, double pixelRatio) {
 
     glPushAttrib(GL_VIEWPORT_BIT | GL_SCISSOR_BIT);
     glDisable(GL_SCISSOR_TEST);
-    std::array<GLdouble, 16> projection{};
-    glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
+    const SavedProjection projection;
     const auto restore = qScopeGuard([&] {
         if (!self || !CheckCurrent())
             return;
-        const MatrixModeScope mode(GL_PROJECTION);
-        glLoadMatrixd(projection.data());
+        projection.Restore();
         glPopAttrib();
     });
 

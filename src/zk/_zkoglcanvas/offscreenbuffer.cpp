@@ -17,10 +17,14 @@ QOpenGLExtraFunctions& gl() {
 
 }  // namespace
 
-QSize OffscreenBuffer::LargestSize() {
+bool OffscreenBuffer::IsAvailable() {
     const QOpenGLContext* context = QOpenGLContext::currentContext();
-    if (!context || (context->format().majorVersion() < 3 &&
-                     !context->hasExtension(QByteArrayLiteral("GL_ARB_framebuffer_object"))))
+    return context && (context->format().majorVersion() >= 3 ||
+                       context->hasExtension(QByteArrayLiteral("GL_ARB_framebuffer_object")));
+}
+
+QSize OffscreenBuffer::LargestSize() {
+    if (!IsAvailable())
         return {0, 0};
     GLint side = 0;
     GLint viewport[2] = {0, 0};

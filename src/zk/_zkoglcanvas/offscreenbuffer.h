@@ -18,6 +18,9 @@ class OffscreenBuffer {
     OffscreenBuffer(const OffscreenBuffer&) = delete;
     OffscreenBuffer& operator=(const OffscreenBuffer&) = delete;
 
+    /// Whether the current context has framebuffer objects that can be copied; false without a context.
+    static bool IsAvailable();
+
     /// The largest size that the driver gives, which is empty where it has no framebuffer objects.
     static QSize LargestSize();
 

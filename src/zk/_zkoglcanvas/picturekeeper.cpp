@@ -1,4 +1,5 @@
 #include <zk/_zkoglcanvas/glapi.h>
+#include <zk/_zkoglcanvas/offscreenbuffer.h>
 #include <zk/_zkoglcanvas/picturekeeper.h>
 #include <zk/_zkoglcanvas/pixeldrawing.h>
 #include <zk/host/workarounds.h>
@@ -145,10 +146,7 @@ class NoKeeper final : public PictureKeeper {
 PictureKeeper::Way PictureKeeper::BestWay() {
     if (!IsOn(Workaround::KeptPicture))
         return Way::Nothing;
-    const QOpenGLContext* context = QOpenGLContext::currentContext();
-    const bool framebuffers = context && (context->format().majorVersion() >= 3 ||
-                                          context->hasExtension(QByteArrayLiteral("GL_ARB_framebuffer_object")));
-    return framebuffers ? Way::FramebufferObject : Way::Pixels;
+    return OffscreenBuffer::IsAvailable() ? Way::FramebufferObject : Way::Pixels;
 }
 
 std::unique_ptr<PictureKeeper> PictureKeeper::Create(Way way) {
