@@ -59,6 +59,7 @@ void TZkOglCanvas::Cylinder(double baseRadius, double topRadius, double height, 
     const Quadric bottom = newQuadric(GLU_INSIDE);
     const int loops = std::min(slices, mostRings);
     gluCylinder(mantle.get(), baseRadius, topRadius, height, slices, std::min(stacks, mostRings));
+    endStrips();  // here already: a disk begins with its normal, and that is a change of state, too
     gluDisk(bottom.get(), 0, baseRadius, slices, loops);
     endStrips();
     OGLTranslate({0, 0, height});
