@@ -368,9 +368,13 @@ void TZkOglCanvas::clear() {
 }
 
 void TZkOglCanvas::drawPicture() {
+    const QPointer<TZkOglCanvas> self = this;
+    ++pictureNumber_;
     clear();
     beginLayer();
     playScenes();
+    if (self && focusFrame_ != HitTarget::NoHit)
+        findFocusFrame();
 }
 
 // The picture is shown twice, as BeginPaint and EndPaint may also be called apart: what is painted between them comes

@@ -263,6 +263,26 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     void Bulleye(int x, int y, double halfWidth);
     /// What the last pick found, farthest first; of two at the same depth the one drawn later comes first.
     const std::vector<THitItem>& Hits() const { return hits_; }
+    /// What a click could meet if nothing lay before it, in the order in which it is drawn, and where it is seen:
+    /// visible shapes without `Nohit` that reach into the client area and that a clip plane leaves something of. Empty
+    /// without a context, from within a repaint, a pick or a `SetChanging` bracket. The shapes are played as for a
+    /// pick, and neither `Hits` nor the screen change.
+    ///
+    /// OpenGL's feedback mode tells the corners of what is drawn. Of what comes to more than 64 MiB of them the rest is
+    /// left out, which no scene does that can be moved smoothly.
+    std::vector<THitPlace> Places();
+    /// True while `Places` plays the scenes, which `IsSelecting` tells, too: names are passed through instead of
+    /// loaded.
+    bool IsFindingPlaces() const { return findingPlaces_; }
+    /// How many pictures have been drawn; while it stays the same, so does what `Places` says.
+    std::uint64_t PictureNumber() const { return pictureNumber_; }
+    /// Makes the hit list that of a pick that met this alone, at depth 0: for events that come from elsewhere than the
+    /// mouse.
+    void SetSingleHit(std::int32_t hitObject) { hits_ = {THitItem{hitObject, 0, 1}}; }
+    /// Shows a frame around the place of something that a click can meet, above the picture, and keeps it there in
+    /// later repaints; each of them plays the shapes once more to find it. `HitTarget::NoHit` (at first): no frame.
+    void SetFocusFrame(std::int32_t hitObject);
+    std::int32_t GetFocusFrame() const { return focusFrame_; }
     /// Ends selection mode and fills the hit list from what it recorded.
     void readSelectBuffer();
     /// Loads a name for what is drawn next.
@@ -388,6 +408,9 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     void playScenes();
     void setClipPlanesAround(const TXY& point, double halfWidth);
     TXY projectionPoint(const QPointF& pixel) const;
+    std::vector<THitPlace> findPlaces(const std::function<void()>& play);
+    void findFocusFrame();
+    void drawFocusFrame();
     void beginSelection();
     void endSelection();
     bool isClear(const TXYZ& point, int& answer);
@@ -410,6 +433,11 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     std::unique_ptr<TextureObjects> textures_;
     std::vector<TZKOglScene*> scenes_;
     std::vector<THitItem> hits_;
+    std::vector<float> feedback_;  // what OpenGL writes into while it is in feedback mode
+    bool findingPlaces_ = false;
+    std::uint64_t pictureNumber_ = 0;
+    std::int32_t focusFrame_ = HitTarget::NoHit;
+    QRectF focusPlace_;  // of the picture on the screen; null for none
     bool autoCompile_ = true;
     bool lightModelTwoSided_ = false;
     bool selectEnabled_ = true;

@@ -7,8 +7,12 @@
 #include <zk/host/controlcanvas.h>
 #include <zk/host/drawinglayer.h>
 
+#include <QPainter>
+#include <QPointer>
+
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 namespace zk {
@@ -100,13 +104,75 @@ void TZkOglCanvas::showLayer() {
 }
 
 void TZkOglCanvas::drawLayer() {
-    if (!layer_)
+    if (layer_) {
+        layer_->Shown();
+        QPoint corner;
+        const QImage pixels = layer_->Pixels(corner);
+        if (!pixels.isNull())
+            PixelDrawing(surface_->PixelSize()).Over(pixels, corner);
+    }
+    if (!focusPlace_.isNull())
+        drawFocusFrame();
+}
+
+// --- the frame around the shape that has the focus ------------------------------------------------------------------
+
+void TZkOglCanvas::SetFocusFrame(std::int32_t hitObject) {
+    if (hitObject == focusFrame_ && focusPlace_.isNull() == (hitObject == HitTarget::NoHit))
         return;
-    layer_->Shown();
-    QPoint corner;
-    const QImage pixels = layer_->Pixels(corner);
-    if (!pixels.isNull())
-        PixelDrawing(surface_->PixelSize()).Over(pixels, corner);
+    focusFrame_ = hitObject;
+    focusPlace_ = {};
+    if (!context_ || IsPainting() || selecting_)
+        return;  // the next picture shows it
+    const QPointer<TZkOglCanvas> self = this;
+    if (hitObject != HitTarget::NoHit) {
+        for (const THitPlace& place : Places()) {
+            if (place.HitObject == hitObject && self)
+                focusPlace_ = place.Place;
+        }
+    }
+    if (self && context_ && surface_->IsExposed() && context_->HasPicture())
+        context_->PresentAgain();
+}
+
+// Between a picture and its being shown.
+void TZkOglCanvas::findFocusFrame() {
+    focusPlace_ = {};
+    if (!HitTarget::Of(focusFrame_)) {
+        focusFrame_ = HitTarget::NoHit;
+        return;
+    }
+    const QPointer<TZkOglCanvas> self = this;
+    for (const THitPlace& place : findPlaces([this] { playScenes(); })) {
+        if (self && place.HitObject == focusFrame_)
+            focusPlace_ = place.Place;
+    }
+}
+
+// Black between two lines of white: it is seen on every ground.
+void TZkOglCanvas::drawFocusFrame() {
+    const double ratio = surface_->PixelRatio();
+    const QRectF place = focusPlace_.adjusted(-3, -3, 3, 3);
+    const QRect around =
+        QRectF(place.topLeft() * ratio, place.size() * ratio).toRect() & QRect(QPoint(0, 0), surface_->PixelSize());
+    const double width = std::max(1.0, std::round(ratio));
+    if (around.width() < 6 * width || around.height() < 6 * width)
+        return;
+    QImage frame(around.size(), QImage::Format_RGBA8888_Premultiplied);
+    if (frame.isNull())
+        return;
+    frame.fill(Qt::transparent);
+    {
+        QPainter painter(&frame);
+        const QRectF middle = QRectF(frame.rect()).adjusted(1.5 * width, 1.5 * width, -1.5 * width, -1.5 * width);
+        const auto line = [&painter, &middle](const QColor& color, double thickness) {
+            painter.setPen(QPen(color, thickness, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+            painter.drawRect(middle);
+        };
+        line(Qt::white, 3 * width);
+        line(Qt::black, width);
+    }
+    PixelDrawing(surface_->PixelSize()).Over(frame, around.topLeft());
 }
 
 QColor TZkOglCanvas::pictureAt(const QPoint& pixel) {

@@ -3,12 +3,16 @@
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
+#include <zk/host/drawinglayer.h>
+#include <zk/host/glsurface.h>
 
 #include <QPointer>
 #include <QScopeGuard>
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
+#include <utility>
 
 namespace zk {
 
@@ -50,11 +54,107 @@ class LeftBehind {
     GLint depth_;
 };
 
+constexpr std::size_t firstFeedbackSize = std::size_t(1) << 18;  // numbers
+constexpr std::size_t mostFeedback = std::size_t(1) << 24;
+
+/// What OpenGL has written in feedback mode (`GL_2D`): a token, then the corners of what was drawn in pixels of the
+/// window from the lower left, or a number that was passed through: each name as two of them, before what bears it.
+class FeedbackReader {
+  public:
+    explicit FeedbackReader(std::vector<GLfloat> values) : values_(std::move(values)) {}
+
+    std::vector<THitPlace> Places(const QSizeF& client, double pixelRatio, double windowHeight) {
+        while (read()) {
+        }
+        std::vector<THitPlace> places;
+        for (const Bounds& seen : bounds_) {
+            const QRectF area(QPointF(seen.left, windowHeight - seen.upper) / pixelRatio,
+                              QPointF(seen.right, windowHeight - seen.lower) / pixelRatio);
+            // The viewport is the square around the window.
+            const QPointF corner(std::max(area.left(), 0.0), std::max(area.top(), 0.0));
+            const QPointF opposite(std::min(area.right(), client.width()), std::min(area.bottom(), client.height()));
+            if (corner.x() <= opposite.x() && corner.y() <= opposite.y())
+                places.push_back({seen.name, QRectF(corner, opposite)});
+        }
+        return places;
+    }
+
+  private:
+    struct Bounds {
+        std::int32_t name;
+        double left, lower, right, upper;
+    };
+
+    bool has(std::size_t count) const { return values_.size() - at_ >= count; }
+    double take() { return values_[at_++]; }
+
+    // One token; false at the end, which may stand in the middle of one.
+    bool read() {
+        if (!has(1))
+            return false;
+        switch (int(take())) {
+            case GL_PASS_THROUGH_TOKEN:
+                if (!has(1))
+                    return false;
+                name_ = name_ << 16 | std::uint32_t(take());
+                return true;
+            case GL_POINT_TOKEN:
+            case GL_BITMAP_TOKEN:
+            case GL_DRAW_PIXEL_TOKEN:
+            case GL_COPY_PIXEL_TOKEN:
+                return corners(1);
+            case GL_LINE_TOKEN:
+            case GL_LINE_RESET_TOKEN:
+                return corners(2);
+            case GL_POLYGON_TOKEN:
+                return has(1) && corners(std::size_t(std::max(take(), 0.0)));
+            default:
+                return false;
+        }
+    }
+
+    bool corners(std::size_t count) {
+        if (!has(2 * count))
+            return false;
+        for (; count > 0; --count) {
+            const double x = take();
+            add(x, take());
+        }
+        return true;
+    }
+
+    void add(double x, double y) {
+        if (name_ == HitTarget::NoHit || name_ == 0)
+            return;
+        const auto [entry, isNew] = places_.try_emplace(name_, bounds_.size());
+        if (isNew)
+            bounds_.push_back({std::int32_t(name_), x, y, x, y});
+        Bounds& seen = bounds_[entry->second];
+        seen.left = std::min(seen.left, x);
+        seen.right = std::max(seen.right, x);
+        seen.lower = std::min(seen.lower, y);
+        seen.upper = std::max(seen.upper, y);
+    }
+
+    std::vector<GLfloat> values_;
+    std::size_t at_ = 0;
+    std::uint32_t name_ = HitTarget::NoHit;
+    std::vector<Bounds> bounds_;
+    std::unordered_map<std::uint32_t, std::size_t> places_;
+};
+
 }  // namespace
 
 void TZkOglCanvas::SetHit(int name) {
-    if (CheckCurrent())
+    if (!CheckCurrent())
+        return;
+    if (!findingPlaces_) {
         glLoadName(GLuint(name));
+        return;
+    }
+    // In two parts, as a float does not hold every number of 32 bits.
+    glPassThrough(GLfloat(std::uint32_t(name) >> 16));
+    glPassThrough(GLfloat(std::uint32_t(name) & 0xFFFF));
 }
 
 bool TZkOglCanvas::Select(int x, int y) {
@@ -153,6 +253,49 @@ void TZkOglCanvas::setClipPlanesAround(const TXY& point, double halfWidth) {
         if (Skal(normal, inside) < 0)
             normal = Mul(normal, -1.0);
         EnableClipplane(i, eye, normal);
+    }
+}
+
+// --- where shapes are seen ------------------------------------------------------------------------------------------
+
+std::vector<THitPlace> TZkOglCanvas::Places() {
+    if (!CheckCurrent() || IsPainting() || selecting_)
+        return {};
+    return findPlaces([this] { Refresh(); });
+}
+
+std::vector<THitPlace> TZkOglCanvas::findPlaces(const std::function<void()>& play) {
+    const QPointer<TZkOglCanvas> self = this;  // a handler may delete the canvas while its shapes are played
+    for (std::size_t size = firstFeedbackSize;; size *= 4) {
+        feedback_.assign(size, 0);
+        glFeedbackBuffer(GLsizei(size), GL_2D, feedback_.data());
+        glRenderMode(GL_FEEDBACK);
+        OGLError();
+        {
+            const QPointer<DrawingLayer> layer = layer_;
+            if (layer)
+                layer->SetMuted(true);
+            selecting_ = findingPlaces_ = true;
+            const auto ended = qScopeGuard([&] {
+                if (self)
+                    self->selecting_ = self->findingPlaces_ = false;
+                if (layer)
+                    layer->SetMuted(false);
+            });
+            const LeftBehind state(*this);
+            play();
+        }
+        if (!self)
+            return {};
+        if (!CheckCurrent())
+            return {};  // what OpenGL may still write into stays
+        const GLint written = glRenderMode(GL_RENDER);
+        OGLError();
+        if (written < 0 && size < mostFeedback)
+            continue;
+        feedback_.resize(written < 0 ? size : std::size_t(written));
+        FeedbackReader reader(std::exchange(feedback_, {}));
+        return reader.Places(QSizeF(GetWidth(), GetHeight()), surface_->PixelRatio(), surface_->PixelSize().height());
     }
 }
 

@@ -2,6 +2,7 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/hit.h>
+#include <zk/_zkoglcanvas/shapeaccessible.h>
 #include <zk/host/componentref.h>
 #include <zk/host/message.h>
 
@@ -17,7 +18,10 @@ namespace zk {
 
 static const ReferenceTarget<TZKOglControl> controlTarget;
 
-TZKOglControl::TZKOglControl(QWidget* parent) : QWidget(parent), ComponentBase(this) {
+TZKOglControl::TZKOglControl(QWidget* parent)
+    : QWidget(parent), ComponentBase(this), current_(HitTarget::NoHit), clickedByKey_(HitTarget::NoHit) {
+    InstallShapeAccessibility();
+    setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     resize(150, 150);
     SetBevelKind(bevel::bkSoft);
@@ -28,6 +32,8 @@ TZKOglControl::~TZKOglControl() {
 }
 
 void TZKOglControl::SetCanvas(TZkOglCanvas* canvas) {
+    if (canvas_ && canvas_ != canvas)
+        canvas_->SetFocusFrame(HitTarget::NoHit);
     canvas_ = canvas;
 }
 
@@ -83,8 +89,7 @@ void TZKOglControl::paintEvent(QPaintEvent*) {
 // --- the mouse ------------------------------------------------------------------------------------------------------
 
 // User code hangs on the events; what it throws is told to the user and goes no further.
-template <class Call>
-void TZKOglControl::guarded(Call call) {
+void TZKOglControl::guarded(const std::function<void()>& call) {
     try {
         call();
     } catch (const std::exception& error) {
@@ -95,6 +100,10 @@ void TZKOglControl::guarded(Call call) {
 HitTarget* TZKOglControl::targetUnderPointer(int x, int y) {
     if (!canvas_ || !canvas_->GetSelectEnabled())
         return nullptr;
+    if (clickedByKey_ != HitTarget::NoHit) {
+        canvas_->SetSingleHit(clickedByKey_);
+        return HitTarget::Of(clickedByKey_);
+    }
     // A caller of its own gives whole pixels; the mouse may stand between two.
     const bool fromMouse = int(std::floor(pointer_.x())) == x && int(std::floor(pointer_.y())) == y;
     const QPointer<TZKOglControl> self = this;  // a handler may delete the control, or take the canvas away
@@ -106,8 +115,13 @@ HitTarget* TZKOglControl::targetUnderPointer(int x, int y) {
 
 void TZKOglControl::MouseDown(Qt::MouseButton button, TShiftState shift, int x, int y) {
     const QPointer<TZKOglControl> self = this;
-    if (HitTarget* target = targetUnderPointer(x, y))
-        target->MouseDown(button, shift, x, y);
+    if (HitTarget* target = targetUnderPointer(x, y)) {
+        const std::int32_t shape = target->HitName();
+        if (clickedByKey_ == HitTarget::NoHit)
+            setCurrent(shape, false);
+        if (self && HitTarget::Of(shape))
+            target->MouseDown(button, shift, x, y);
+    }
     if (self)
         Q_EMIT OnMouseDown(this, button, shift, x, y);
 }

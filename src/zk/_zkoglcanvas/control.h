@@ -6,8 +6,12 @@
 
 #include <QWidget>
 
+#include <cstdint>
+#include <functional>
+
 namespace zk {
 
+class HitTarget;
 class TZkOglCanvas;
 
 /// Frames of a control.
@@ -45,6 +49,16 @@ using bevel::TBevelKind;
 /// On each mouse event the canvas looks for what is under the pointer (unless its `SelectEnabled` is off); the first
 /// hit gets the event, then the control's own signal follows. The moves come while no button is held, too; of those
 /// that queued up while a picture was made only the newest counts.
+///
+/// **The keyboard.** Tab and a click give the control the focus. The arrow keys, Home and End then go through the
+/// shapes that a click could meet (`TZkOglCanvas::Places`), in the order in which they are drawn; a frame shows which
+/// one is the current one. Space and Enter are a left click in the middle of its place, the menu key and Shift+F10 a
+/// right one: with the same events, whatever lies before the shape. The frame goes with the focus and with a press of
+/// the mouse, which makes the shape that it meets the current one. Other keys, and all of them where no shape can be
+/// met, go to the parent; `setFocusPolicy(Qt::NoFocus)` gives it all keys, `SelectEnabled` off all but Tab.
+///
+/// **Assistive technology** finds the control as a canvas with its shapes as children: each has its component name, its
+/// class as the description, its place on the screen, and can be pressed.
 class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     Q_OBJECT
     Q_PROPERTY(zk::bevel::TBevelKind BevelKind READ GetBevelKind WRITE SetBevelKind)
@@ -77,6 +91,15 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     /// Keeps the control at an edge of its parent, or over all of it. Leave it at alNone inside a layout.
     void SetAlign(TAlign align);
 
+    /// The shape that the keyboard works on, or null.
+    HitTarget* CurrentShape() const;
+    /// With the focus from the keyboard the frame goes with it. `OnCurrentShape` tells of another one.
+    void SetCurrentShape(HitTarget* shape);
+    /// The events of a click on a shape, in the middle of its place; `button` left or right. False, and nothing
+    /// happens, where it cannot be met.
+    bool ClickShape(HitTarget* shape, Qt::MouseButton button = Qt::LeftButton,
+                    Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
     /// Repaints the picture, if there is a canvas.
     virtual void PAint();
     /// Tells `OnResize` and gives the canvas the new size.
@@ -98,6 +121,8 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     void OnMouseUp(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
     /// The control has another size.
     void OnResize(QObject* sender);
+    /// `shape` is the one that the keyboard works on from now on; null for none.
+    void OnCurrentShape(QObject* sender, QObject* shape);
     /// Never told: the picture is the canvas's. It is here for forms that name it.
     void OnPaint(QObject* sender);
 
@@ -108,6 +133,9 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
@@ -115,10 +143,14 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     friend class TZkOglCanvas;
     void SetCanvas(TZkOglCanvas* canvas);
 
-    class HitTarget* targetUnderPointer(int x, int y);
-    template <class Call>
-    void guarded(Call call);
+    HitTarget* targetUnderPointer(int x, int y);
+    static void guarded(const std::function<void()>& call);
     void deliverMove();
+    bool takeKey(const QKeyEvent& event);
+    bool stepTo(int key);
+    bool pressKey(Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+    void setCurrent(std::int32_t shape, bool framed);
+    void showFrame(bool shown);
     void applyFrame();
     void applyAlign();
 
@@ -130,7 +162,10 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     TAlign align_ = bevel::alNone;
     bool moveWaits_ = false;
     TShiftState moveShift_;
-    QPointF pointer_;  // of the mouse event being handled, between pixels where the display has finer ones
+    std::int32_t current_;       // the hit object of the current shape, or none
+    std::int32_t clickedByKey_;  // what the events of a key are for, while they are told
+    bool framed_ = false;        // the keyboard was used last
+    QPointF pointer_;            // of the mouse event being handled, between pixels where the display has finer ones
 };
 
 }  // namespace zk

@@ -3,6 +3,7 @@
 #include <zk/export.h>
 #include <zk/host/shiftstate.h>
 
+#include <QRectF>
 #include <QtGlobal>
 
 #include <cstdint>
@@ -51,6 +52,15 @@ struct THitItem {
     double Depth = 0;
     /// How many names the record held.
     std::int32_t NameCount = 0;
+};
+
+/// Where something that a click can meet is seen.
+struct THitPlace {
+    /// As that of `THitItem`.
+    std::int32_t HitObject = HitTarget::NoHit;
+    /// The rectangle around it in pixels of the client area, cut off at its edges; without area for what is seen from
+    /// its edge.
+    QRectF Place;
 };
 
 }  // namespace zk

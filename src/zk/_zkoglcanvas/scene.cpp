@@ -166,7 +166,7 @@ void TZKOglScene::Play() {
     if (canvas->IsSelecting()) {
         if (compiled_ && empty_)
             return;  // a scene that was refused before it had ever been compiled shows nothing
-        if (compiled_ && canvas->GetAutoCompile() && !IsOn(Workaround::SelectionLists)) {
+        if (compiled_ && canvas->GetAutoCompile() && !IsOn(Workaround::SelectionLists) && !canvas->IsFindingPlaces()) {
             glCallList(list_);
             return;
         }
