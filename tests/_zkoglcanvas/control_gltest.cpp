@@ -67,7 +67,8 @@ TEST(Control, DefaultsAndPublishedProperties) {
     for (int i = meta->methodOffset(); i < meta->methodCount(); ++i)
         if (meta->method(i).methodType() == QMetaMethod::Signal)
             signalNames += meta->method(i).name();
-    EXPECT_EQ(signalNames, (QStringList{"OnMouseDown", "OnMouseMove", "OnMouseUp", "OnResize", "OnPaint"}));
+    EXPECT_EQ(signalNames,
+              (QStringList{"OnMouseDown", "OnMouseMove", "OnMouseUp", "OnResize", "OnPaint", "OnCurrentShape"}));
 }
 
 TEST(Control, TheFrameTakesItsShareOfTheClientArea) {
