@@ -176,8 +176,8 @@ int main(int argc, char** argv) {
     parser.setApplicationDescription("The gallery in use for a long time; fails if it holds more and more.");
     parser.addHelpOption();
     const QCommandLineOption minutes("minutes", "Ends after so many minutes.", "number");
-    const QCommandLineOption rounds("rounds", "Ends after so many rounds of 40 ms of the animation (300).", "number",
-                                    "300");
+    const QCommandLineOption rounds("rounds", "Ends after so many rounds of 40 ms of the animation (600).", "number",
+                                    "600");
     const QCommandLineOption animation("animation", "Nothing but the animation.");
     const QCommandLineOption seed("seed", "Of what is done at random (1).", "number", "1");
     parser.addOptions({minutes, rounds, animation, seed});

@@ -121,10 +121,10 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     void OnMouseUp(QObject* sender, Qt::MouseButton button, zk::TShiftState shift, int x, int y);
     /// The control has another size.
     void OnResize(QObject* sender);
-    /// `shape` is the one that the keyboard works on from now on; null for none.
-    void OnCurrentShape(QObject* sender, QObject* shape);
     /// Never told: the picture is the canvas's. It is here for forms that name it.
     void OnPaint(QObject* sender);
+    /// `shape` is the one that the keyboard works on from now on; null for none.
+    void OnCurrentShape(QObject* sender, QObject* shape);
 
   protected:
     bool event(QEvent* event) override;
