@@ -17,10 +17,25 @@ function(expect what text)
   endif()
 endfunction()
 
+# read_example(<file> <language> <variable>): the first example in that language in a Markdown file.
+function(read_example file language variable)
+  file(READ ${file} text)
+  string(FIND "${text}" "```${language}\n" begin)
+  if(begin EQUAL -1)
+    message(FATAL_ERROR "${file} has no example in ${language}")
+  endif()
+  string(SUBSTRING "${text}" ${begin} -1 text)
+  string(FIND "${text}" "\n" begin)
+  string(FIND "${text}" "\n```" end)
+  math(EXPR length "${end} - ${begin}")
+  string(SUBSTRING "${text}" ${begin} ${length} text)
+  set(${variable} "${text}\n" PARENT_SCOPE)
+endfunction()
+
 set(configure ${CMAKE_COMMAND} -G ${GENERATOR} -D CMAKE_CXX_COMPILER=${CXX} -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}
               -D CMAKE_BUILD_TYPE=Debug)
 set(installed ${WORK}/moved)
-file(REMOVE_RECURSE ${WORK}/first ${installed} ${WORK}/consumer ${WORK}/inside ${WORK}/examples ${WORK}/shared)
+file(REMOVE_RECURSE ${WORK}/first ${installed} ${WORK}/consumer ${WORK}/inside ${WORK}/examples ${WORK}/shared ${WORK}/documents)
 
 foreach(component development libraries runtime)
   run("install ${component}" ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first --component ${component})
@@ -40,6 +55,17 @@ if(NOT GEOMETRY_ONLY)
   # The examples, each of which finds the library by itself.
   run("configure the examples" ${configure} -S ${SOURCE}/examples -B ${WORK}/examples -D CMAKE_PREFIX_PATH=${installed})
   run("build the examples" ${CMAKE_COMMAND} --build ${WORK}/examples)
+
+  # What the documents have for CMake, the README's program with it.
+  read_example(${SOURCE}/README.md cpp program)
+  read_example(${SOURCE}/README.md cmake project)
+  read_example(${SOURCE}/docs/forms.md cmake viewer)
+  file(WRITE ${WORK}/documents/main.cpp "${program}")
+  file(COPY ${SOURCE}/tests/docs/scene.ui DESTINATION ${WORK}/documents)
+  file(WRITE ${WORK}/documents/CMakeLists.txt "${project}${viewer}")
+  run("configure the documents' projects" ${configure} -S ${WORK}/documents -B ${WORK}/documents/build
+      -D CMAKE_PREFIX_PATH=${installed})
+  run("build the documents' projects" ${CMAKE_COMMAND} --build ${WORK}/documents/build)
 
   # The programs find their libraries where they were moved to. This one says how it is used.
   file(GLOB doctor ${installed}/*/zkogl-doctor)
