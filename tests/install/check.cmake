@@ -98,13 +98,15 @@ if(LINKS_ELF AND archives)
   # The programs from above with these: nothing is missing.
   file(GLOB objects ${WORK}/consumer/CMakeFiles/geometry.dir/*.o)
   set(geometry ${libraries})
-  list(FILTER geometry INCLUDE REGEX _zkxyz|_zkmath)
-  run("link a geometry consumer" ${CXX} ${objects} -o ${WORK}/shared/geometry ${geometry} -Wl,-rpath,${WORK}/shared)
+  list(FILTER geometry INCLUDE REGEX "_zkxy|_zkmath")
+  run("link a geometry consumer" ${CXX} ${objects} -o ${WORK}/shared/geometry -Wl,--no-as-needed ${geometry}
+      -Wl,-rpath,${WORK}/shared)
   run("run the geometry consumer with shared libraries" ${WORK}/shared/geometry)
   expect("the geometry consumer with shared libraries" "told: Normalvektor 0")
   if(NOT GEOMETRY_ONLY)
     file(GLOB objects ${WORK}/consumer/CMakeFiles/components.dir/*.o)
-    run("link a consumer" ${CXX} ${objects} -o ${WORK}/shared/components ${libraries} ${SYSTEM_LIBRARIES} -Wl,-rpath,${WORK}/shared)
+    run("link a consumer" ${CXX} ${objects} -o ${WORK}/shared/components -Wl,--no-as-needed ${libraries}
+        ${SYSTEM_LIBRARIES} -Wl,-rpath,${WORK}/shared)
     run("run the consumer with shared libraries"
         ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ${WORK}/shared/components)
     expect("the consumer with shared libraries" "box1 stands in scene1")
