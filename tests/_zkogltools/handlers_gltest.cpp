@@ -314,3 +314,47 @@ INSTANTIATE_TEST_SUITE_P(All, Handlers, testing::Combine(testing::ValuesIn(handl
                          [](const auto& test) {
                              return std::string(std::get<0>(test.param).name) + std::get<1>(test.param).name;
                          });
+
+// Leaving a scene and joining another repaint in between.
+TEST(Handlers, TheShapeThatChangesScenesMayGo) {
+    for (const bool leave : {false, true}) {
+        GlForm form;
+        TZKOglScene* scene = form.AddScene();
+        TZKOglScene* other = leave ? nullptr : form.AddScene();
+        QPointer<TZKOglBox> box = form.AddBox(scene, 0x0000FF, {1, 1, 1}, {0, 0, 0});
+        auto* shape = new TZKOglShape(form.window.get());
+        shape->SetDisplayList(scene);
+        QObject::connect(shape, &TZkShape::OnPlay, shape, [&] { delete box; });
+        box->SetDisplayList(other);
+        EXPECT_EQ(box, nullptr);
+        EXPECT_EQ(scene->GetShapeCount(), 1);
+        EXPECT_EQ(other ? other->GetShapeCount() : 0, 0);
+    }
+}
+
+// A repaint is what a change of attributes ends in. Whatever is in it, the change comes to its end.
+TEST(Handlers, TheShapeOrSceneWhoseAttributesChangeMayGo) {
+    for (int what = 0; what < 8; ++what) {
+        GlForm form;
+        TZKOglScene* scene = form.AddScene();
+        TZKOglScene* victims = form.AddScene();
+        QPointer<TZKOglBox> box = form.AddBox(victims, 0x0000FF, {1, 1, 1}, {0, 0, 0});
+        auto* shape = new TZKOglShape(form.window.get());
+        shape->SetDisplayList(scene);
+        form.canvas->SetAutoCompile(false);
+        const bool ofScene = what % 2 != 0;
+        Tattributes* const attributes = ofScene ? victims->getAttributes() : box->getAttributes();
+        const QPointer<QObject> victim = ofScene ? static_cast<QObject*>(victims) : box;
+        QObject::connect(shape, &TZkShape::OnPlay, shape, [&] { delete victim; });
+        if (what / 2 == 0)
+            attributes->getMaterial()->SetDiffuse(0x123456);
+        else if (what / 2 == 1)
+            attributes->getMaterial()->SetMatKind(matAqua);
+        else if (what / 2 == 2)
+            attributes->getTexture()->SetWorldWidth(2);
+        else
+            attributes->SetMaterial(shape->getAttributes()->getMaterial());
+        EXPECT_EQ(victim, nullptr);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}

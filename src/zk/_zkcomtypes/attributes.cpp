@@ -27,12 +27,13 @@ void Tattributes::release(TZkgraphicsobject* object) {
         object->SetChangeListener(nullptr);
     // An object that was given another parent since is that parent's.
     if (object && (!object->parent() || object->parent() == this))
-        delete object;
+        Dispose(object);
 }
 
 void Tattributes::SetMaterial(Tmaterial* M) {
     if (!M || !material_)
         return;
+    const Telling telling(*this);
     material_->SetMAterialKind(M->GetMAterialKind());
     ChangeD();
 }
@@ -40,6 +41,7 @@ void Tattributes::SetMaterial(Tmaterial* M) {
 void Tattributes::setPolyStyle(TPolyAttributes* P) {
     if (!P || !polyStyle_)
         return;
+    const Telling telling(*this);
     polyStyle_->SetMode(P->GetMode());
     ChangeD();
 }
@@ -47,6 +49,7 @@ void Tattributes::setPolyStyle(TPolyAttributes* P) {
 void Tattributes::SetTexture(TTexture* T) {
     if (!T || !texture_)
         return;
+    const Telling telling(*this);
     texture_->SettextureKind(T->GettextureKind());
     ChangeD();
 }

@@ -32,9 +32,22 @@ void TZkgraphicsobject::SetChanging(bool Value) {
 void TZkgraphicsobject::ChangeD() {
     if (changeCount_ != 0)
         return;
+    const Telling telling(*this);
     if (listener_)
         listener_->ObjectChanged(this);
     Q_EMIT OnChange(this);
+}
+
+void TZkgraphicsobject::Dispose(TZkgraphicsobject* object) {
+    if (!object)
+        return;
+    if (!object->IsTelling()) {
+        delete object;
+        return;
+    }
+    object->SetChangeListener(nullptr);
+    object->setParent(nullptr);
+    object->deleteLater();
 }
 
 void TZkgraphicsobject::AssignTo(QObject* Dest) {

@@ -30,8 +30,8 @@ class ChangeListener {
 
 /// Base of the attribute objects: values that tell their owner of every change, singly or in batches.
 ///
-/// A handler of `OnChange` may change any attribute object but must not delete the sender (`deleteLater` is fine): the
-/// operation that raised the event is still at work on it.
+/// A handler of `OnChange` may change any attribute object, and delete the component that owns the sender, but not the
+/// sender itself (`deleteLater` is fine): the operation that raised the event is still at work on it.
 class ZKCOMTYPES_API TZkgraphicsobject : public QObject {
     Q_OBJECT
   public:
@@ -57,14 +57,36 @@ class ZKCOMTYPES_API TZkgraphicsobject : public QObject {
     /// The listener must outlive the object or be taken away (null).
     void SetChangeListener(ChangeListener* listener) { listener_ = listener; }
 
+    /// True while `OnChange` is being told. Whoever owns the object lets go of it with `Dispose`.
+    bool IsTelling() const { return telling_ > 0; }
+
+    /// Deletes an object, or, while it is telling of a change, has it deleted when the event loop runs next: what it
+    /// tells of may end in a repaint, in which user code deletes its owner.
+    static void Dispose(TZkgraphicsobject* object);
+
   Q_SIGNALS:
     /// A value may have changed; `sender` is this object. Setters do not compare with the old value.
     void OnChange(QObject* sender);
 
   protected:
+    /// The object is telling of changes for the length of a scope.
+    class Telling {
+      public:
+        explicit Telling(TZkgraphicsobject& object) : object_(object) { ++object_.telling_; }
+        ~Telling() { --object_.telling_; }
+        Telling(const Telling&) = delete;
+        Telling& operator=(const Telling&) = delete;
+
+      private:
+        TZkgraphicsobject& object_;
+    };
+
     ChangeListener* listener_ = nullptr;
     std::int32_t changeCount_ = 0;
     bool changing_ = false;
+
+  private:
+    std::uint16_t telling_ = 0;
 };
 
 }  // namespace zk

@@ -4,6 +4,7 @@
 #include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
+#include <zk/_zkoglcanvas/matrixmode.h>
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
 #include <zk/_zkoglcanvas/scene.h>
@@ -29,6 +30,7 @@ TZKOglScene::TZKOglScene(QObject* owner) : TDisplayList(owner), attributes_(std:
 TZKOglScene::~TZKOglScene() {
     AnnounceRemoval();
     SetZkOglCanvas(nullptr);
+    TZkgraphicsobject::Dispose(attributes_.release());
 }
 
 void TZKOglScene::SetZkOglCanvas(TZkOglCanvas* canvas) {
@@ -124,6 +126,7 @@ void TZKOglScene::SetVisible(bool visible) {
         // The list runs once outside the paint cycle; within one it would show, wherever the matrix is. It may leave
         // matrix and attributes changed; the view must not keep that.
         const Tmatrix matrix = canvas_->GetOglModelMatrix();
+        const MatrixModeScope modelView(GL_MODELVIEW);
         glPushAttrib(GL_CURRENT_BIT | GL_ENABLE_BIT | GL_LIGHTING_BIT | GL_POLYGON_BIT | GL_TEXTURE_BIT);
         glCallList(list_);
         glPopAttrib();
@@ -146,6 +149,14 @@ void TZKOglScene::Play() {
         if (self)
             self->playing_ = false;
     });
+    // User code may have left another of OpenGL's matrices to work on.
+    const int mode = canvas->GetmatrixMode();
+    const auto modeBack = qScopeGuard([&canvas, mode] {
+        if (mode != GL_MODELVIEW && canvas)
+            canvas->SetmatrixMode(mode);
+    });
+    if (mode != GL_MODELVIEW)
+        canvas->SetmatrixMode(GL_MODELVIEW);
     const Tmatrix savedMatrix = canvas->GetModelMatrix();
     const TAttributesKind savedAttributes = canvas->getAttributeskind();
     auto restore = qScopeGuard([&] {

@@ -89,6 +89,7 @@ TCustomShape::TCustomShape(QObject* owner) : TZkShape(owner), attributes_(std::m
 
 TCustomShape::~TCustomShape() {
     AnnounceRemoval();
+    TZkgraphicsobject::Dispose(attributes_.release());
 }
 
 TZkOglCanvas* TCustomShape::GetZkOglcanvas() const {
@@ -143,12 +144,17 @@ void TCustomShape::Loaded() {
 }
 
 void TCustomShape::SetDisplayList(TDisplayList* scene) {
+    // Each of these may repaint, and what is called then may delete the shape or the scene.
+    const QPointer<TCustomShape> self = this;
+    const QPointer<TDisplayList> joined = scene;
     const QPointer<TZkOglCanvas> left = scene ? nullptr : GetZkOglcanvas();
     Invalidate();
-    TZkShape::SetDisplayList(scene);
+    if (self)
+        TZkShape::SetDisplayList(joined);
     if (left)
         left->Refresh();
-    Invalidate();
+    if (self)
+        Invalidate();
 }
 
 // --- properties -----------------------------------------------------------------------------------------------------
