@@ -273,16 +273,12 @@ void World::expectEvents(const std::vector<Event>& expected) {
     if (disturbed_)
         return;
     ++compared;
-    const bool same = heard_.size() == expected.size() &&
-                      std::equal(heard_.begin(), heard_.end(), expected.begin(), [](const Event& a, const Event& b) {
-                          return a.first == b.first && std::string(a.second) == b.second;
-                      });
-    if (same)
+    if (heard_ == expected)
         return;
-    const auto text = [this](const std::vector<Event>& events) {
+    const auto text = [](const std::vector<Event>& events) {
         std::string all;
         for (const Event& event : events)
-            all += " " + std::to_string(event.first) + "." + event.second;
+            all += " " + std::to_string(event.first) + "." + std::string(event.second);
         return all;
     };
     fail("events: expected" + text(expected) + "; heard" + text(heard_));

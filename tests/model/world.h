@@ -12,6 +12,8 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zk {
@@ -108,7 +110,7 @@ class World {
   private:
     friend class Watcher;
 
-    using Event = std::pair<int, const char*>;  // whose, and its name
+    using Event = std::pair<int, std::string_view>;  // whose, and its name
 
     // objects
     Part* make(Kind kind, Part* owner);
