@@ -22,7 +22,7 @@ PropertyPanel::PropertyPanel(QWidget* parent)
       scroller_(new QScrollArea),
       fault_(new QLabel),
       code_(new QPlainTextEdit),
-      copy_(new QPushButton(tr("&Copy the code"))) {
+      copy_(new QPushButton(tr("Cop&y the code"))) {
     auto* column = new QVBoxLayout(this);
     chooser_->setObjectName("component");
     chooser_->setAccessibleName(tr("Component"));
@@ -37,7 +37,7 @@ PropertyPanel::PropertyPanel(QWidget* parent)
     fault_->setWordWrap(true);
     fault_->hide();
     column->addWidget(fault_);
-    auto* caption = new QLabel(tr("What you have &changed, in C++:"));
+    auto* caption = new QLabel(tr("What you have c&hanged, in C++:"));
     caption->setBuddy(code_);
     column->addWidget(caption);
     code_->setObjectName("code");

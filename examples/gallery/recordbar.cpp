@@ -17,9 +17,9 @@ namespace gallery {
 
 RecordBar::RecordBar(std::function<QImage()> take, QWidget* parent)
     : QWidget(parent),
-      record(new QPushButton(tr("&Record..."))),
+      record(new QPushButton(tr("Record p&ictures..."))),
       progress(new QProgressBar),
-      cancel(new QPushButton(tr("&Cancel"))),
+      cancel(new QPushButton(tr("&Stop"))),
       take_(std::move(take)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

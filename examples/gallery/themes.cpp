@@ -53,16 +53,16 @@ void ThemePage::put(QWidget* content) {
 std::vector<ThemePage*> MakeThemePages(QWidget* parent) {
     const QString look = ThemePage::tr("Click a shape to see its properties, and change them");
     return {
-        new ThemePage(ThemePage::tr("Ma&terials"), look, MakeMaterialsAndLights, parent),
+        new ThemePage(ThemePage::tr("M&aterials"), look, MakeMaterialsAndLights, parent),
         new ThemePage(ThemePage::tr("Te&xtures"), look, MakeTextures, parent),
         new ThemePage(ThemePage::tr("&Dragging"), ThemePage::tr("Drag the shapes over the floor"), MakeDragging,
                       parent),
-        new ThemePage(ThemePage::tr("Re&ferences"), ThemePage::tr("Change one petal, and all daisies change with it"),
+        new ThemePage(ThemePage::tr("Refere&nces"), ThemePage::tr("Change one petal, and all daisies change with it"),
                       MakeReferences, parent),
         new ThemePage(ThemePage::tr("Dra&wing"), ThemePage::tr("Click the knot to tie another one"), MakeUserDrawing,
                       parent),
-        new ThemePage(ThemePage::tr("&Polygons"), ThemePage::tr("Where it rains on the island"), MakePolygons, parent),
-        new ThemePage(ThemePage::tr("P&lane"), ThemePage::tr("Drawn without OpenGL"), MakePlaneCanvas, parent),
+        new ThemePage(ThemePage::tr("Poly&gons"), ThemePage::tr("Where it rains on the island"), MakePolygons, parent),
+        new ThemePage(ThemePage::tr("&Plane"), ThemePage::tr("Drawn without OpenGL"), MakePlaneCanvas, parent),
     };
 }
 
