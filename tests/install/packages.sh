@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # packages.sh <folder with the packages> <source tree> <folder to work in>
 # Installs the Debian packages on this machine, builds programs with them and runs them, and takes the packages away
-# again. As root, and on a virtual display.
+# again. By root or with sudo, and on a virtual display.
 set -euo pipefail
 packages=$1 source=$2 work=$3
+as_root=()
+((EUID == 0)) || as_root=(sudo)
 
 die() {
     echo "packages: $*" >&2
@@ -19,8 +21,8 @@ for package in "$packages"/*.deb; do
     dpkg-deb --fsys-tarfile "$package" | tar -t | sed 's|^\.||; /\/$/d' >>"$work/files"
 done
 ((${#names[@]} == 4)) || die "not the four packages that were expected: ${names[*]}"
-trap 'dpkg --purge "${names[@]}" >/dev/null' EXIT
-dpkg --install "$packages"/*.deb >"$work/install.log" 2>&1 || die "not installed: $(<"$work/install.log")"
+trap '"${as_root[@]}" dpkg --purge "${names[@]}" >/dev/null' EXIT
+"${as_root[@]}" dpkg --install "$packages"/*.deb >"$work/install.log" 2>&1 || die "not installed: $(<"$work/install.log")"
 
 # The program that the README begins with.
 awk '/^```cpp$/ { if (!n++) on = 1; next } /^```$/ { on = 0 } on' "$source/README.md" >"$work/hello/main.cpp"
@@ -56,13 +58,13 @@ g++ -std=c++20 -fPIC "$work/load.cpp" -o "$work/load" $(pkg-config --cflags --li
 "$work/load" "$plugin" || die "the plugin of Qt Designer cannot be loaded"
 
 trap - EXIT
-dpkg --remove "${names[@]}" >"$work/remove.log" 2>&1 || die "not removed: $(<"$work/remove.log")"
+"${as_root[@]}" dpkg --remove "${names[@]}" >"$work/remove.log" 2>&1 || die "not removed: $(<"$work/remove.log")"
 while read -r file; do
     [[ ! -e $file && ! -L $file ]] || die "$file is left"
 done <"$work/files"
 for folder in /usr/include/zkogl /usr/libexec/zkogl /usr/lib/*/cmake/ZKOgl; do
     [[ ! -e $folder ]] || die "$folder is left"
 done
-dpkg --purge "${names[@]}" >>"$work/remove.log" 2>&1
+"${as_root[@]}" dpkg --purge "${names[@]}" >>"$work/remove.log" 2>&1
 [[ -z $(dpkg-query -W "${names[@]}" 2>/dev/null) ]] || die "dpkg still knows the packages"
 echo "The packages ${names[*]} install, serve and go."
