@@ -72,6 +72,7 @@ class ZKCOMTYPES_API TZkgraphicsobject : public QObject {
     /// The object is telling of changes for the length of a scope.
     class Telling {
       public:
+        /// `object` must outlive this.
         explicit Telling(TZkgraphicsobject& object) : object_(object) { ++object_.telling_; }
         ~Telling() { --object_.telling_; }
         Telling(const Telling&) = delete;
