@@ -128,6 +128,7 @@ void PropertyPanel::UpdateValues() {
         return;
     for (const Row& row : rows_)
         row.editor->Show(ReadProperty(*component_, row.path));
+    showCode();
 }
 
 void PropertyPanel::UpdateSoon() {
@@ -158,7 +159,6 @@ void PropertyPanel::edit(const QString& path, const QVariant& value) {
     fault_->setText(taken ? QString() : tr("%1: %2").arg(path, whyNot));
     fault_->setVisible(!taken);
     UpdateValues();
-    showCode();
     Q_EMIT Edited(component);
 }
 
@@ -171,8 +171,10 @@ QString PropertyPanel::Code() const {
 }
 
 void PropertyPanel::showCode() {
-    code_->setPlainText(Code());
-    copy_->setEnabled(!code_->toPlainText().isEmpty());
+    const QString code = Code();
+    if (code_->toPlainText() != code)
+        code_->setPlainText(code);
+    copy_->setEnabled(!code.isEmpty());
 }
 
 void PropertyPanel::TakeBack() {

@@ -273,6 +273,18 @@ TEST_F(Properties, AClickShowsThoseOfTheShape) {
     EXPECT_EQ(panel()->Component(), nullptr);
 }
 
+TEST_F(Properties, AClickByKeyShowsThemToo) {
+    zk::TZKOglControl* control = window->Control();
+    control->setFocus();
+    QTest::keyClick(control, Qt::Key_Right);
+    QTest::keyClick(control, Qt::Key_Right);
+    auto* current = dynamic_cast<QObject*>(control->CurrentShape());
+    ASSERT_TRUE(current);
+    QTest::keyClick(control, Qt::Key_Space);
+    EXPECT_EQ(panel()->Component(), current);
+    EXPECT_EQ(editor<QLineEdit>("objectName")->text(), current->objectName());
+}
+
 TEST_F(Properties, FollowWhatTheProgramDoes) {
     clickBox("Brick");
     EXPECT_TRUE(window->Shapes()->IsLifted(int(window->Shapes()->Names().indexOf("Brick"))));
