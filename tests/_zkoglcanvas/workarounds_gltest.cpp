@@ -42,7 +42,8 @@ class Off {
 };
 
 constexpr Workaround all[] = {Workaround::SelectionLists, Workaround::KeptPicture, Workaround::NewSize,
-                              Workaround::DesktopOpenGl,  Workaround::ListStrips,  Workaround::SurfaceType};
+                              Workaround::DesktopOpenGl,  Workaround::ListStrips,  Workaround::SurfaceType,
+                              Workaround::WaylandChild};
 
 }  // namespace
 

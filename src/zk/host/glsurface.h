@@ -6,6 +6,8 @@
 #include <QSurfaceFormat>
 #include <QWidget>
 
+#include <vector>
+
 class QLabel;
 class QWindow;
 
@@ -90,7 +92,15 @@ class ZKHOST_API GlSurface : public QWidget {
     void fill();
     void noticePixelRatio();
 
+    QWindow* topLevelWindow() const;
+    void watchAncestors();
+    void remake();
+
     QPointer<QWindow> window_;
+    QPointer<QWindow> topLevel_;  // while it tells when there is something to paint
+    std::vector<QPointer<QWidget>> ancestors_;
+    const bool isWaylandChild_;
+    bool wentWithTopLevel_ = false;
     QPointer<QLabel> notice_;
     double pixelRatio_ = 0;
     int users_ = 0;

@@ -11,8 +11,8 @@ namespace zk {
 
 namespace {
 
-constexpr std::array<std::string_view, 6> names{"selection-lists", "kept-picture", "new-size",
-                                                "desktop-opengl",  "list-strips",  "surface-type"};
+constexpr std::array<std::string_view, 7> names{"selection-lists", "kept-picture", "new-size",     "desktop-opengl",
+                                                "list-strips",     "surface-type", "wayland-child"};
 using Switches = std::array<bool, names.size()>;
 
 Switches atFirst() {

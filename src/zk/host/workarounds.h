@@ -16,6 +16,7 @@ enum class Workaround {
     DesktopOpenGl,   ///< "desktop-opengl": asks for desktop OpenGL; asked when a window is made
     ListStrips,      ///< "list-strips": what is kept of strips ends in a primitive of another kind
     SurfaceType,     ///< "surface-type": makes the native window anew for OpenGL; asked when a window is made
+    WaylandChild,    ///< "wayland-child": the top-level window tells when there is something to paint; asked as above
 };
 
 /// The name in the environment.
