@@ -142,7 +142,7 @@ TEST_F(LiveTest, FormsOpenAndCloseWithoutLeavingAnything) {
 }
 
 TEST_F(LiveTest, IconsLieOverThePicture) {
-    QFile file(QStringLiteral(ZKOGL_EXAMPLES "/form/scene.ui"));
+    QFile file(QStringLiteral(ZKOGL_EXAMPLES "/10-form/scene.ui"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     ASSERT_TRUE(editor.Open(QString::fromUtf8(file.readAll())));
     settle();

@@ -61,7 +61,7 @@ TEST_F(PluginTest, EveryIncludeFileIsThereAndHoldsTheClass) {
         ASSERT_TRUE(include.startsWith('<') && include.endsWith('>')) << include.toStdString();
         QFile file(QStringLiteral(ZKOGL_HEADERS "/") + include.mid(1, include.size() - 2));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << include.toStdString();
-        EXPECT_TRUE(file.readAll().contains(QByteArray("class ") + entry->name().mid(4).toLatin1() + " :"))
+        EXPECT_TRUE(file.readAll().contains(QByteArray("_API ") + entry->name().mid(4).toLatin1() + " :"))
             << include.toStdString();
     }
 }

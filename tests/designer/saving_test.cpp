@@ -34,7 +34,7 @@ TEST(SavingTest, AChangedPropertyIsOneChangedLine) {
 // Forms of the examples: they open without a fault, and what is saved stays as it is.
 TEST(SavingTest, TheFormsOfTheExamplesAreEdited) {
     FormEditor editor;
-    for (const char* const name : {"gallery/mainwindow.ui", "form/scene.ui"}) {
+    for (const char* const name : {"gallery/mainwindow.ui", "10-form/scene.ui"}) {
         QFile file(QStringLiteral(ZKOGL_EXAMPLES "/") + QLatin1String(name));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
         const QString form = QString::fromUtf8(file.readAll());

@@ -33,7 +33,7 @@ TEST(FormClassesTest, EachMakesOneOfItsClassAndHasAHeader) {
         EXPECT_EQ(made->parent(), &form);
         QFile header(QStringLiteral(ZKOGL_SOURCE "/src/") + QString::fromLatin1(one.Header));
         ASSERT_TRUE(header.open(QIODevice::ReadOnly)) << one.Header;
-        EXPECT_TRUE(header.readAll().contains("class " + one.ShortName().toLatin1() + " : public")) << one.Header;
+        EXPECT_TRUE(header.readAll().contains("_API " + one.ShortName().toLatin1() + " : public")) << one.Header;
         const std::unique_ptr<QObject> orphan(one.Make(nullptr));
         EXPECT_EQ(orphan->parent(), nullptr);
     }
