@@ -133,6 +133,41 @@ TEST(DOConvex, AnLIsTwoPieces) {
     }
 }
 
+// Which coordinates decide is chosen by the face; in its own coordinate plane it has one choice only.
+TEST(DOConvex, InEachCoordinatePlane) {
+    const TXY l[] = {{0, 0}, {2, 0}, {2, 1}, {1, 1}, {1, 2}, {0, 2}};
+    for (int plane = 0; plane < 3; ++plane)
+        for (const bool reversed : {false, true}) {
+            Poly face;
+            for (const TXY& p : l)
+                face.push_back(plane == 0 ? TXYZ{7, p.x, p.y} : plane == 1 ? TXYZ{p.x, 7, p.y} : TXYZ{p.x, p.y, 7});
+            if (reversed)
+                std::reverse(face.begin(), face.end());
+            const Faces pieces = Pieces({face});
+            ASSERT_EQ(pieces.size(), 2U) << "plane " << plane;
+            const TXYZ area = Add(AreaOf(pieces[0]), AreaOf(pieces[1]));
+            EXPECT_EQ(std::fabs(area.x) + std::fabs(area.y) + std::fabs(area.z), 6) << "plane " << plane;
+            EXPECT_EQ(std::fabs(plane == 0 ? area.x : plane == 1 ? area.y : area.z), 6) << "plane " << plane;
+        }
+}
+
+// A spike has no area, wherever the face lies and whichever way it points.
+TEST(DOConvex, SpikesInEveryDirection) {
+    for (const TXY& at : {TXY{10, 10}, TXY{-30, 20}, TXY{0, 0}, TXY{-7, -9}})
+        for (const TXY& tip : {TXY{5, 0}, TXY{3, 4}, TXY{0, 5}, TXY{1, 6}, TXY{6, 1}, TXY{7, -3}, TXY{-3, 7}}) {
+            const TXYZ corner{at.x + 2, at.y + 2, 0};
+            const Poly face{{at.x, at.y, 0}, {at.x + 2, at.y, 0}, corner, {corner.x + tip.x, corner.y + tip.y, 0},
+                            corner,          {at.x, at.y + 2, 0}};
+            double area = 0;
+            for (const Poly& piece : Pieces({face})) {
+                area += AreaOf(piece).z;
+                for (const TXYZ& p : piece)
+                    EXPECT_TRUE(p.x <= corner.x && p.y <= corner.y) << tip.x << "/" << tip.y;
+            }
+            EXPECT_EQ(area, 8) << at.x << "/" << at.y << ", " << tip.x << "/" << tip.y;
+        }
+}
+
 TEST(DOConvex, HolesStayOpen) {
     std::mt19937 random(2);
     const Poly outline = Rect(0, 0, 10, 10);

@@ -426,6 +426,7 @@ class Cutter {
         return p == at || n == at || (p.x - at.x) * (n.x - at.x) + (p.y - at.y) * (n.y - at.y) > 0;
     }
     bool Free(std::uint32_t v) const;
+    std::uint32_t DropSpikes(std::size_t& count);
     void Update(std::uint32_t v) {
         turns_[v] = static_cast<std::int8_t>(Turn(corners_, v));
         if (turns_[v] > 0)
@@ -457,15 +458,38 @@ bool Cutter::Free(std::uint32_t v) const {
     });
 }
 
+// Takes away the vertices at which the ring goes back the way it came, and `count` of them are left: seen from the foot
+// of a spike, what lies beside the spike would look like a triangle of the face. Gives a vertex that is left.
+std::uint32_t Cutter::DropSpikes(std::size_t& count) {
+    std::uint32_t v = 0;
+    for (std::size_t left = count; left > 0 && count >= 3; --left) {
+        const std::uint32_t a = corners_[v].previous;
+        const std::uint32_t c = corners_[v].next;
+        if (turns_[v] != 0 || !Folds(v)) {
+            v = c;
+            continue;
+        }
+        mesh_.Drop(v);
+        blockers_.Remove(v);
+        --count;
+        Update(a);
+        Update(c);
+        // What comes before it may be one now.
+        left += 2;
+        v = a;
+    }
+    return v;
+}
+
 Mesh& Cutter::Run() {
     std::size_t count = corners_.size();
     std::size_t looked = 0;
-    std::uint32_t v = 0;
+    std::uint32_t v = DropSpikes(count);
     while (count >= 3) {
         const std::uint32_t a = corners_[v].previous;
         const std::uint32_t c = corners_[v].next;
         const bool tried = looked >= count;
-        // Spikes go at once. When there is nothing to cut off any more, a vertex without a triangle goes, and where
+        // Spikes that cutting leaves go at once. When there is nothing to cut off any more, a vertex without a triangle goes, and where
         // there is none either, the face crosses itself.
         const bool drop = turns_[v] == 0 && (tried || Folds(v));
         const bool force = looked >= 2 * count && turns_[v] > 0;
