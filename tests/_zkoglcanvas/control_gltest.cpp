@@ -7,6 +7,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace zk;
 using namespace zk::test;
 
@@ -212,6 +214,19 @@ TEST(Control, AHandlerMayDeleteAnythingOrThrow) {
             form.Click({150, 150});
         form.messages.Take();
     }
+}
+
+TEST(Control, AFrameMayBeWiderThanAnything) {
+    GlForm form;
+    form.control->SetBevelWidth(std::numeric_limits<int>::max());
+    for (const TBevelKind kind : {bevel::bkTile, bevel::bkSoft, bevel::bkFlat}) {
+        form.control->SetBevelKind(kind);
+        form.control->repaint();
+    }
+    EXPECT_EQ(form.control->GetBevelWidth(), std::numeric_limits<int>::max());
+    EXPECT_EQ(form.canvas->GetWidth(), 0);
+    form.control->SetBevelWidth(1);
+    EXPECT_EQ(form.canvas->GetWidth(), 296);
 }
 
 TEST(Control, MayBeSmallerThanItsFrame) {

@@ -358,3 +358,34 @@ TEST(Handlers, TheShapeOrSceneWhoseAttributesChangeMayGo) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
+
+// After a surplus close a bracket repaints when it opens, before anything in it has happened.
+TEST(Handlers, WhatChangesMayGoWhenABracketOpens) {
+    for (int what = 0; what < 6; ++what) {
+        GlForm form;
+        TZKOglScene* scene = form.AddScene();
+        TZKOglScene* victims = form.AddScene();
+        QPointer<TZKOglBox> box = form.AddBox(victims, 0x0000FF, {1, 1, 1}, {0, 0, 0});
+        auto* shape = new TZKOglShape(form.window.get());
+        shape->SetDisplayList(scene);
+        form.canvas->SetAutoCompile(false);
+        form.canvas->SetChanging(false);
+        const QPointer<QObject> victim = what < 5 ? static_cast<QObject*>(victims) : box;
+        QObject::connect(shape, &TZkShape::OnPlay, shape, [&] { delete victim; });
+        if (what == 0)
+            victims->Changed(nullptr);
+        else if (what == 1)
+            victims->SetTranslation({1, 2, 3});
+        else if (what == 2)
+            victims->Setdrehwinkel(5);
+        else if (what == 3)
+            victims->SetDrehGerade({{0, 0, 0}, {0, 1, 0}});
+        else if (what == 4)
+            victims->setAttributes(shape->getAttributes());
+        else
+            box->SetA(3);
+        EXPECT_EQ(victim, nullptr) << what;
+        form.canvas->SetChanging(true);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}

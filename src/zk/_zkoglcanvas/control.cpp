@@ -18,6 +18,9 @@ namespace zk {
 
 static const ReferenceTarget<TZKOglControl> controlTarget;
 
+// Wider than any control; widths are added up.
+static constexpr int widestBevel = 100000;
+
 TZKOglControl::TZKOglControl(QWidget* parent)
     : QWidget(parent), ComponentBase(this), current_(HitTarget::NoHit), clickedByKey_(HitTarget::NoHit) {
     InstallShapeAccessibility();
@@ -65,6 +68,7 @@ void TZKOglControl::paintEvent(QPaintEvent*) {
         return;
     QPainter painter(this);
     const QPalette& colors = palette();
+    const int drawn = std::min(bevelWidth_, widestBevel);
     const auto frame = [&](const QRect& r, TBevelCut cut) {
         if (cut == bevel::bvNone || cut == bevel::bvSpace)
             return;
@@ -72,7 +76,7 @@ void TZKOglControl::paintEvent(QPaintEvent*) {
         const bool flat = bevelKind_ == bevel::bkFlat;
         const QColor upper = colors.color(flat || lowered ? QPalette::Dark : QPalette::Light);
         const QColor lower = colors.color(flat || !lowered ? QPalette::Dark : QPalette::Light);
-        const int w = bevelWidth_;
+        const int w = drawn;
         if (bevelEdges_ & bevel::beTop)
             painter.fillRect(r.left(), r.top(), r.width(), w, upper);
         if (bevelEdges_ & bevel::beLeft)
@@ -83,7 +87,7 @@ void TZKOglControl::paintEvent(QPaintEvent*) {
             painter.fillRect(r.right() + 1 - w, r.top(), w, r.height(), lower);
     };
     frame(rect(), bevelKind_ == bevel::bkTile ? bevel::bvRaised : bevel::bvLowered);
-    frame(rect().adjusted(bevelWidth_, bevelWidth_, -bevelWidth_, -bevelWidth_), bevelInner_);
+    frame(rect().adjusted(drawn, drawn, -drawn, -drawn), bevelInner_);
 }
 
 // --- the mouse ------------------------------------------------------------------------------------------------------
@@ -207,7 +211,8 @@ void TZKOglControl::SetBevelInner(TBevelCut cut) {
 }
 
 void TZKOglControl::applyFrame() {
-    const int width = bevelKind_ == bevel::bkNone ? 0 : bevelWidth_ * (bevelInner_ == bevel::bvNone ? 1 : 2);
+    const int cuts = bevelKind_ == bevel::bkNone ? 0 : bevelInner_ == bevel::bvNone ? 1 : 2;
+    const int width = cuts * std::min(bevelWidth_, widestBevel);
     const auto margin = [this, width](TBevelEdge edge) { return bevelEdges_ & edge ? width : 0; };
     const QMargins margins(margin(bevel::beLeft), margin(bevel::beTop), margin(bevel::beRight),
                            margin(bevel::beBottom));

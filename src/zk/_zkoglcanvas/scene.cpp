@@ -100,9 +100,11 @@ void TZKOglScene::Invalidate() {
     planIsCurrent_ = false;
 }
 
+// What changes does so before the bracket opens: after a surplus close it is the opening that repaints, and user code
+// in that repaint may delete the scene.
 void TZKOglScene::Changed(QObject* /*sender*/) {
-    const ChangeBracket bracket(canvas_);
     Invalidate();
+    const ChangeBracket bracket(canvas_);
 }
 
 void TZKOglScene::DoUpdateNow() {
@@ -240,7 +242,10 @@ void TZKOglScene::compileAndPlay() {
 void TZKOglScene::setAttributes(Tattributes* attributes) {
     if (!attributes || attributes == attributes_.get())
         return;
+    const QPointer<TZKOglScene> self = this;
     const ChangeBracket bracket(canvas_);
+    if (!self)
+        return;
     attributes_->setPolyStyle(attributes->getPolyStyle());
     attributes_->SetMaterial(attributes->getMaterial());
     attributes_->SetTexture(attributes->getTexture());
@@ -253,18 +258,18 @@ Tmatrix TZKOglScene::TrfMAtrix() const {
 }
 
 void TZKOglScene::SetTranslation(const TXYZ& by) {
-    const ChangeBracket bracket(canvas_);
     translation_ = by;
+    const ChangeBracket bracket(canvas_);
 }
 
 void TZKOglScene::SetDrehGerade(const TGerade& line) {
-    const ChangeBracket bracket(canvas_);
     drehGerade_ = line;
+    const ChangeBracket bracket(canvas_);
 }
 
 void TZKOglScene::Setdrehwinkel(double degrees) {
-    const ChangeBracket bracket(canvas_);
     drehwinkel_ = degrees;
+    const ChangeBracket bracket(canvas_);
 }
 
 void TZKOglScene::Set_translation(const QString& text) {

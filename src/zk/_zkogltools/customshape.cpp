@@ -114,9 +114,10 @@ void TCustomShape::Invalidate() {
 void TCustomShape::mark() {
     if (IsLoadingOrStoring() || (ComponentState() & csDestroying) || changing_)
         return;
-    const ChangeBracket bracket(checkCurrent() ? GetZkOglcanvas() : nullptr);
+    // Before the bracket opens: after a surplus close that repaints, and the shape may not be there any more.
     if (TDisplayList* scene = GetDisplayList())
         scene->Invalidate();
+    const ChangeBracket bracket(checkCurrent() ? GetZkOglcanvas() : nullptr);
 }
 
 void TCustomShape::Changed(QObject* /*sender*/) {
