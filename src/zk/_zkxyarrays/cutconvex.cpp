@@ -489,8 +489,8 @@ Mesh& Cutter::Run() {
         const std::uint32_t a = corners_[v].previous;
         const std::uint32_t c = corners_[v].next;
         const bool tried = looked >= count;
-        // Spikes that cutting leaves go at once. When there is nothing to cut off any more, a vertex without a triangle goes, and where
-        // there is none either, the face crosses itself.
+        // Spikes that cutting leaves go at once. When there is nothing to cut off any more, a vertex without a triangle
+        // goes, and where there is none either, the face crosses itself.
         const bool drop = turns_[v] == 0 && (tried || Folds(v));
         const bool force = looked >= 2 * count && turns_[v] > 0;
         if (looked >= 3 * count)
