@@ -12,6 +12,12 @@ namespace {
 // a cylinder and the loops of a disk: a slip of the keyboard would draw for hours.
 constexpr int mostRings = 1000;
 
+// A pick meets a flat face and a straight mantle just as well undivided, and some drivers keep memory of every corner
+// that is sent in selection mode ("selection-corners" in docs/drivers.md).
+int ringsOf(int asked, bool picked) {
+    return std::min(asked, picked ? 1 : mostRings);
+}
+
 using Quadric = std::unique_ptr<GLUquadric, decltype(&gluDeleteQuadric)>;
 
 Quadric newQuadric(GLenum orientation) {
@@ -57,8 +63,8 @@ void TZkOglCanvas::Cylinder(double baseRadius, double topRadius, double height, 
     const Quadric mantle = newQuadric(GLU_OUTSIDE);
     const Quadric top = newQuadric(GLU_OUTSIDE);
     const Quadric bottom = newQuadric(GLU_INSIDE);
-    const int loops = std::min(slices, mostRings);
-    gluCylinder(mantle.get(), baseRadius, topRadius, height, slices, std::min(stacks, mostRings));
+    const int loops = ringsOf(slices, selecting_);
+    gluCylinder(mantle.get(), baseRadius, topRadius, height, slices, ringsOf(stacks, selecting_));
     endStrips();  // here already: a disk begins with its normal, and that is a change of state, too
     gluDisk(bottom.get(), 0, baseRadius, slices, loops);
     endStrips();
@@ -74,7 +80,7 @@ void TZkOglCanvas::Disk(double innerRadius, double outerRadius, int slices, int 
     quadricFills({-outerRadius, -outerRadius, 0}, {outerRadius, outerRadius, 0}, slices, loops);
     const CounterClockwise fronts(*this);
     const Quadric disk = newQuadric(GLU_OUTSIDE);
-    gluDisk(disk.get(), innerRadius, outerRadius, slices, std::min(loops, mostRings));
+    gluDisk(disk.get(), innerRadius, outerRadius, slices, ringsOf(loops, selecting_));
     endStrips();
 }
 
@@ -85,7 +91,7 @@ void TZkOglCanvas::PartialDisk(double innerRadius, double outerRadius, int slice
     quadricFills({-outerRadius, -outerRadius, 0}, {outerRadius, outerRadius, 0}, slices, loops);
     const CounterClockwise fronts(*this);
     const Quadric disk = newQuadric(GLU_OUTSIDE);
-    gluPartialDisk(disk.get(), innerRadius, outerRadius, slices, std::min(loops, mostRings), startAngle, sweepAngle);
+    gluPartialDisk(disk.get(), innerRadius, outerRadius, slices, ringsOf(loops, selecting_), startAngle, sweepAngle);
     endStrips();
 }
 
