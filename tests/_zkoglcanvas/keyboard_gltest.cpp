@@ -11,6 +11,9 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <utility>
+
 using namespace zk;
 using namespace zk::test;
 
@@ -307,7 +310,8 @@ TEST_F(Keyboard, HandlersMayDeleteEverything) {
     EXPECT_EQ(told.size(), 1) << "no release: there is nothing to tell it to";
 
     key(Qt::Key_Home);
-    QObject::connect(middle, &TCustomShape::OnMouseDown, middle, [this] { delete form.canvas; });
+    QObject::connect(middle, &TCustomShape::OnMouseDown, middle,
+                     [this] { delete std::exchange(form.canvas, nullptr); });
     key(Qt::Key_Space);
     key(Qt::Key_Right);
 }
@@ -315,7 +319,7 @@ TEST_F(Keyboard, HandlersMayDeleteEverything) {
 TEST_F(Keyboard, AHandlerMayDeleteTheControl) {
     focus();
     const QPointer<TZKOglControl> control = form.control;
-    QObject::connect(left, &TCustomShape::OnMouseDown, left, [this] { delete form.control; });
+    QObject::connect(left, &TCustomShape::OnMouseDown, left, [this] { delete std::exchange(form.control, nullptr); });
     QTest::keyClick(form.window->windowHandle(), Qt::Key_Space);
     EXPECT_FALSE(control);
     EXPECT_FALSE(form.canvas->HasContext());
