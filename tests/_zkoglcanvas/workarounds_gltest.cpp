@@ -41,18 +41,14 @@ class Off {
     Workaround workaround_;
 };
 
-constexpr Workaround all[] = {Workaround::SelectionLists, Workaround::KeptPicture, Workaround::NewSize,
-                              Workaround::DesktopOpenGl,  Workaround::ListStrips,  Workaround::SurfaceType,
-                              Workaround::WaylandChild};
-
 }  // namespace
 
 TEST(Workarounds, AllAreOnAndCanBeSwitched) {
-    for (const Workaround workaround : all) {
+    for (const Workaround workaround : AllWorkarounds) {
         EXPECT_TRUE(IsOn(workaround)) << NameOf(workaround);
         {
             const Off off(workaround);
-            for (const Workaround other : all)
+            for (const Workaround other : AllWorkarounds)
                 EXPECT_EQ(IsOn(other), other != workaround) << NameOf(other);
         }
         EXPECT_TRUE(IsOn(workaround));
@@ -62,7 +58,7 @@ TEST(Workarounds, AllAreOnAndCanBeSwitched) {
 // The next test starts it in a process of its own with some of them named.
 TEST(WorkaroundsOfTheEnvironment, AreOff) {
     const QByteArray off = qgetenv("ZKOGL_WORKAROUNDS_OFF");
-    for (const Workaround workaround : all)
+    for (const Workaround workaround : AllWorkarounds)
         EXPECT_EQ(IsOn(workaround), !off.contains(NameOf(workaround).data())) << NameOf(workaround);
 }
 
@@ -195,6 +191,11 @@ TEST(Workarounds, ListStripsEndInATriangle) {
 
 #if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
 // The heap of the whole process, the driver's part of it included. The sanitizers' heap does not tell.
+qint64 heap() {
+    const struct mallinfo2 info = mallinfo2();
+    return qint64(info.uordblks + info.hblkhd);
+}
+
 template <class Shape>
 qint64 grownByChanges(void (Shape::*change)(double)) {
     GlForm form;
@@ -204,10 +205,6 @@ qint64 grownByChanges(void (Shape::*change)(double)) {
         shapes.push_back(new Shape(form.window.get()));
         shapes.back()->SetDisplayList(scene);
     }
-    const auto heap = [] {
-        const struct mallinfo2 info = mallinfo2();
-        return qint64(info.uordblks + info.hblkhd);
-    };
     const auto changeThem = [&](int times) {
         for (int i = 0; i < times; ++i) {
             form.canvas->SetChanging(true);
@@ -225,6 +222,32 @@ qint64 grownByChanges(void (Shape::*change)(double)) {
 TEST(Workarounds, ListStripsGiveTheirMemoryBack) {
     EXPECT_LE(grownByChanges(&TZKOglSphere::SetR), 64 * 1024);
     EXPECT_LE(grownByChanges(&TZKOglCylinder::SetCylinderHeight), 64 * 1024);
+}
+
+template <class Shape>
+qint64 grownByPicks() {
+    GlForm form;
+    auto* shape = new Shape(form.window.get());
+    shape->SetDisplayList(form.AddScene());
+    const auto pick = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            EXPECT_TRUE(form.canvas->Select(150 + i % 5, 150));
+            if (i % 10 == 0) {
+                form.canvas->InsideOf({0, 0, 0});
+                form.canvas->Places();
+            }
+        }
+    };
+    pick(100);
+    const qint64 before = heap();
+    pick(200);
+    return heap() - before;
+}
+
+TEST(Workarounds, SelectionCornersKeepNoMemory) {
+    EXPECT_LE(grownByPicks<TZKOglSphere>(), 64 * 1024);
+    EXPECT_LE(grownByPicks<TZKOglCylinder>(), 64 * 1024);
+    EXPECT_LE(grownByPicks<TZKOglBox>(), 64 * 1024);
 }
 #endif
 

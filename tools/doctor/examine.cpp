@@ -44,8 +44,7 @@ QString profileOf(const QSurfaceFormat& format) {
 
 QString namesOf(bool on) {
     QStringList names;
-    for (const Workaround workaround : {Workaround::SelectionLists, Workaround::KeptPicture, Workaround::NewSize,
-                                        Workaround::DesktopOpenGl, Workaround::ListStrips, Workaround::SurfaceType})
+    for (const Workaround workaround : AllWorkarounds)
         if (IsOn(workaround) == on)
             names += QString::fromUtf8(NameOf(workaround).data());
     return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
@@ -125,8 +124,8 @@ Examination Examine() {
         found.healthy = found.healthy && well;
     };
     QStringList messages;
-    const auto before = SetMessageHandler(
-        [&messages](const std::string& text) { messages += QString::fromStdString(text); });
+    const auto before =
+        SetMessageHandler([&messages](const std::string& text) { messages += QString::fromStdString(text); });
 
     say("system", QSysInfo::prettyProductName() + QStringLiteral(", ") + QSysInfo::currentCpuArchitecture());
     say("window system", QGuiApplication::platformName());
@@ -161,15 +160,15 @@ Examination Examine() {
             TZKOglBox* box = patient.AddBox();
             canvas.Refresh();
             const QImage picture = canvas.Picture({side, side});
-            tried("drawing", !picture.isNull() && picture.pixelColor(side / 2, side / 2).red() > 200 &&
-                                 picture.pixelColor(5, 5).red() < 50,
+            tried("drawing",
+                  !picture.isNull() && picture.pixelColor(side / 2, side / 2).red() > 200 &&
+                      picture.pixelColor(5, 5).red() < 50,
                   picture.isNull() ? QStringLiteral("no framebuffer objects") : QStringLiteral("a box is not seen"));
             canvas.Refresh();
             tried("lists", compiled == 1 && canvas.Picture({side, side}) == picture,
                   QStringLiteral("compiled %1 times, or played otherwise").arg(compiled));
             const bool hit = canvas.Select(side / 2, side / 2);
-            tried("picking",
-                  hit && HitTarget::Of(canvas.Hits().front().HitObject) == box && !canvas.Select(5, 5),
+            tried("picking", hit && HitTarget::Of(canvas.Hits().front().HitObject) == box && !canvas.Select(5, 5),
                   QStringLiteral("a box is not found, or nothing is taken for one"));
             const GLenum error = glGetError();
             tried("errors", error == GL_NO_ERROR && messages.isEmpty(),

@@ -422,6 +422,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     void drawLayer();
     QColor pictureAt(const QPoint& pixel);
     void endStrips();
+    bool picksCorners() const;
     void quadricFills(const TXYZ& low, const TXYZ& high, int slices, int stacks);
 
     QWidget* winControl_ = nullptr;

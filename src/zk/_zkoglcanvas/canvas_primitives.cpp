@@ -2,6 +2,7 @@
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glerror.h>
+#include <zk/_zkoglcanvas/pickcorners.h>
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/scene.h>
 #include <zk/_zkxyarrays.h>
@@ -14,6 +15,7 @@
 #include <cmath>
 #include <span>
 #include <utility>
+#include <vector>
 
 namespace zk {
 
@@ -47,6 +49,17 @@ void fillable(const TlistOFxyzArray& face, double perimeter, TlistOFxyzArray& pi
 std::span<const TXYZ> withoutClosingPoint(const TXYZARRAY& face) {
     const std::span<const TXYZ> points = face.Items();
     return points.size() > 1 && Equals(points.back(), points.front()) ? points.first(points.size() - 1) : points;
+}
+
+void sendPicked(GLenum primitive, const TlistOFxyzArray& faces) {
+    PickCorners pick;
+    std::vector<PickCorner> corners;
+    for (int i = 0; i < faces.Count(); ++i) {
+        corners.clear();
+        for (const TXYZ& point : withoutClosingPoint(*faces.Getitem(i)))
+            corners.push_back({float(point.x), float(point.y), float(point.z)});
+        pick.Draw(primitive, corners);
+    }
 }
 
 /// True for triangles and plane, strictly convex quadrilaterals, which most faces are: they need no cutting.
@@ -158,6 +171,10 @@ void TZkOglCanvas::endStrips() {
     drawingInto_->EndStrips();
 }
 
+bool TZkOglCanvas::picksCorners() const {
+    return selecting_ && IsOn(Workaround::SelectionCorners);
+}
+
 void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
     // No user code runs while a list is drawn into: the context that was current is.
     if ((!drawingInto_ && !CheckCurrent()) || polygons.Count() == 0)
@@ -223,6 +240,11 @@ void TZkOglCanvas::PolyPolyline3D(const TlistOFxyzArray& polygons) {
     glNormal3d(normal.x, normal.y, normal.z);
     OGLError();
     glPushName(1);
+    if (picksCorners()) {
+        sendPicked(style.Primitive, drawn);
+        glPopName();
+        return;
+    }
     for (int i = 0; i < drawn.Count(); ++i) {
         glBegin(style.Primitive);
         draw(withoutClosingPoint(*drawn.Getitem(i)));

@@ -5,14 +5,14 @@
 #include <QtGlobal>
 
 #include <algorithm>
-#include <array>
 
 namespace zk {
 
 namespace {
 
-constexpr std::array<std::string_view, 7> names{"selection-lists", "kept-picture", "new-size",     "desktop-opengl",
-                                                "list-strips",     "surface-type", "wayland-child"};
+constexpr std::array<std::string_view, AllWorkarounds.size()> names{
+    "selection-lists", "kept-picture", "new-size",      "desktop-opengl",
+    "list-strips",     "surface-type", "wayland-child", "selection-corners"};
 using Switches = std::array<bool, names.size()>;
 
 Switches atFirst() {
