@@ -34,7 +34,8 @@ set(CPACK_COMPONENT_LIBRARIES_DESCRIPTION "The shared libraries of ZKOgl, for pr
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzkogl-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qt6-base-dev (>= 6.4), libqt6opengl6-dev (>= 6.4), qt6-tools-dev (>= 6.4), libgl-dev, libglu1-mesa-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "qt6-base-dev (>= 6.4), libqt6opengl6-dev (>= 6.4), qt6-tools-dev (>= 6.4), libgl-dev, libglu1-mesa-dev")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS zkogl-tools)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION

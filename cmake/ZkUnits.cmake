@@ -58,6 +58,10 @@ function(zk_add_unit name)
   set_property(GLOBAL APPEND PROPERTY ZKOGL_API_MACROS ${plain}_API)
   list(TRANSFORM unit_INTERNAL PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/ OUTPUT_VARIABLE internal)
   set_property(GLOBAL APPEND PROPERTY ZKOGL_INTERNAL_HEADERS ${internal})
+  set(sources ${unit_SOURCES})
+  list(FILTER sources INCLUDE REGEX "[.]cpp$")
+  list(TRANSFORM sources PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+  set_property(GLOBAL APPEND PROPERTY ZKOGL_UNIT_SOURCES ${sources})
   set_target_properties(${name} PROPERTIES
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden

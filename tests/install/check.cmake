@@ -33,9 +33,10 @@ function(read_example file language variable)
 endfunction()
 
 set(configure ${CMAKE_COMMAND} -G ${GENERATOR} -D CMAKE_CXX_COMPILER=${CXX} -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}
-              -D CMAKE_BUILD_TYPE=Debug)
+              -D CMAKE_BUILD_TYPE=)
 set(installed ${WORK}/moved)
-file(REMOVE_RECURSE ${WORK}/first ${installed} ${WORK}/consumer ${WORK}/inside ${WORK}/examples ${WORK}/shared ${WORK}/documents)
+file(REMOVE_RECURSE ${WORK}/first ${installed} ${WORK}/consumer ${WORK}/inside ${WORK}/examples ${WORK}/gallery
+     ${WORK}/shared ${WORK}/documents)
 
 foreach(component development libraries runtime)
   run("install ${component}" ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first --component ${component})
@@ -43,7 +44,7 @@ endforeach()
 file(RENAME ${WORK}/first ${installed})
 
 run("configure a consumer" ${configure} -S ${SOURCE}/tests/install/consumer -B ${WORK}/consumer
-    -D CMAKE_PREFIX_PATH=${installed} -D GEOMETRY_ONLY=${GEOMETRY_ONLY})
+    -D CMAKE_PREFIX_PATH=${installed} -D GEOMETRY_ONLY=${GEOMETRY_ONLY} -D COMPILED=${WORK}/sources.txt)
 run("build a consumer" ${CMAKE_COMMAND} --build ${WORK}/consumer)
 run("run the geometry consumer" ${WORK}/consumer/geometry)
 expect("the geometry consumer" "area 1")
@@ -54,7 +55,14 @@ if(NOT GEOMETRY_ONLY)
 
   # The examples, each of which finds the library by itself.
   run("configure the examples" ${configure} -S ${SOURCE}/examples -B ${WORK}/examples -D CMAKE_PREFIX_PATH=${installed})
-  run("build the examples" ${CMAKE_COMMAND} --build ${WORK}/examples)
+  file(GLOB examples RELATIVE ${SOURCE}/examples ${SOURCE}/examples/[0-9]*)
+  list(TRANSFORM examples REPLACE "^[0-9]+-" "")
+  run("build the examples" ${CMAKE_COMMAND} --build ${WORK}/examples --target ${examples})
+
+  # The gallery by itself; its many files in one go, to take less time. Another test runs it.
+  run("configure the gallery" ${configure} -S ${SOURCE}/examples/gallery -B ${WORK}/gallery
+      -D CMAKE_PREFIX_PATH=${installed} -D CMAKE_UNITY_BUILD=ON -D CMAKE_UNITY_BUILD_BATCH_SIZE=0)
+  run("build the gallery" ${CMAKE_COMMAND} --build ${WORK}/gallery)
 
   # What the documents have for CMake, the README's program with it.
   read_example(${SOURCE}/README.md cpp program)

@@ -1,4 +1,5 @@
-#include <zk/_zkcomtypes/attributes.h>
+#include "attributes.h"
+
 #include <zk/_zkxyz/message.h>
 
 #include <utility>

@@ -1,4 +1,5 @@
-#include <zk/_zkcomtypes/displaylist.h>
+#include "displaylist.h"
+
 #include <zk/_zkcomtypes/shape.h>
 #include <zk/_zkxyz/errors.h>
 #include <zk/host/componentref.h>

@@ -1,4 +1,4 @@
-#include <zk/_zkcomtypes/graphicsobject.h>
+#include "graphicsobject.h"
 
 namespace zk {
 

@@ -1,4 +1,4 @@
-#include <zk/_zkcomtypes/light.h>
+#include "light.h"
 
 namespace zk {
 

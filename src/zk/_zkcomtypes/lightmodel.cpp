@@ -1,4 +1,4 @@
-#include <zk/_zkcomtypes/lightmodel.h>
+#include "lightmodel.h"
 
 namespace zk {
 

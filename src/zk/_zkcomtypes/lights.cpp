@@ -1,4 +1,5 @@
-#include <zk/_zkcomtypes/lights.h>
+#include "lights.h"
+
 #include <zk/_zkxyz/errors.h>
 
 #include <algorithm>

@@ -1,5 +1,6 @@
+#include "material.h"
+
 #include <zk/_zkcomtypes/glvalues.h>
-#include <zk/_zkcomtypes/material.h>
 
 namespace zk {
 

@@ -1,4 +1,5 @@
-#include <zk/_zkcomtypes/pointproperty.h>
+#include "pointproperty.h"
+
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/host/formreading.h>
 

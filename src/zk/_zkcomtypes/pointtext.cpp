@@ -1,4 +1,5 @@
-#include <zk/_zkcomtypes/pointtext.h>
+#include "pointtext.h"
+
 #include <zk/_zkxyz/errors.h>
 #include <zk/host/floattext.h>
 

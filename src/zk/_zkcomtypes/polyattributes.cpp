@@ -1,5 +1,6 @@
+#include "polyattributes.h"
+
 #include <zk/_zkcomtypes/glvalues.h>
-#include <zk/_zkcomtypes/polyattributes.h>
 
 namespace zk {
 

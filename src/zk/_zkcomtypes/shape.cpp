@@ -1,4 +1,4 @@
-#include <zk/_zkcomtypes/shape.h>
+#include "shape.h"
 
 namespace zk {
 

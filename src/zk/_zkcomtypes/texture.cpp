@@ -1,4 +1,4 @@
-#include <zk/_zkcomtypes/texture.h>
+#include "texture.h"
 
 namespace zk {
 

@@ -1,4 +1,5 @@
-#include <zk/_zkcomtypes/textureregistry.h>
+#include "textureregistry.h"
+
 #include <zk/host/message.h>
 #include <zk/host/picture.h>
 

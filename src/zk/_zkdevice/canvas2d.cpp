@@ -1,4 +1,4 @@
-#include <zk/_zkdevice/canvas2d.h>
+#include "canvas2d.h"
 
 #include <vector>
 

@@ -1,4 +1,5 @@
-#include <zk/_zkdevice/canvas3d.h>
+#include "canvas3d.h"
+
 #include <zk/host/controlcanvas.h>
 #include <zk/host/formreading.h>
 

@@ -1,4 +1,5 @@
-#include <zk/_zkdevice/device.h>
+#include "device.h"
+
 #include <zk/_zkmath/frame.h>
 #include <zk/_zkmath/plane.h>
 #include <zk/_zkmath/vector.h>

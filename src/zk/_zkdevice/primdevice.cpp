@@ -1,4 +1,4 @@
-#include <zk/_zkdevice/primdevice.h>
+#include "primdevice.h"
 
 #include <string>
 

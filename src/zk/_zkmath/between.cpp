@@ -1,4 +1,5 @@
-#include <zk/_zkmath/between.h>
+#include "between.h"
+
 #include <zk/_zkmath/tolerance.h>
 #include <zk/_zkmath/vector.h>
 

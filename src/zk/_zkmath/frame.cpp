@@ -1,4 +1,5 @@
-#include <zk/_zkmath/frame.h>
+#include "frame.h"
+
 #include <zk/_zkmath/tolerance.h>
 #include <zk/_zkmath/vector.h>
 #include <zk/_zkxyz/constants.h>

@@ -1,4 +1,4 @@
-#include <zk/_zkmath/inside.h>
+#include "inside.h"
 
 #include <cstddef>
 #include <span>

@@ -1,4 +1,5 @@
-#include <zk/_zkmath/matrix.h>
+#include "matrix.h"
+
 #include <zk/_zkmath/vector.h>
 #include <zk/_zkxyz/constants.h>
 

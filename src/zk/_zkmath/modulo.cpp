@@ -1,4 +1,5 @@
-#include <zk/_zkmath/modulo.h>
+#include "modulo.h"
+
 #include <zk/_zkmath/tolerance.h>
 
 #include <cmath>

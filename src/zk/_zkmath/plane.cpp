@@ -1,4 +1,5 @@
-#include <zk/_zkmath/plane.h>
+#include "plane.h"
+
 #include <zk/_zkmath/vector.h>
 
 #include <cmath>

@@ -1,4 +1,5 @@
-#include <zk/_zkmath/segment.h>
+#include "segment.h"
+
 #include <zk/_zkmath/vector.h>
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include <zk/_zkmath/vector.h>
+#include "vector.h"
 
 #include <cmath>
 #include <cstdint>

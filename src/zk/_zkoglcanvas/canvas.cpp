@@ -1,7 +1,8 @@
+#include "canvas.h"
+
 #include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkmath/tolerance.h>
-#include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glcolor.h>

@@ -1,6 +1,7 @@
+#include "control.h"
+
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/canvas.h>
-#include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/hit.h>
 #include <zk/_zkoglcanvas/shapeaccessible.h>
 #include <zk/host/componentref.h>

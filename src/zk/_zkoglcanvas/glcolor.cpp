@@ -1,4 +1,4 @@
-#include <zk/_zkoglcanvas/glcolor.h>
+#include "glcolor.h"
 
 #include <algorithm>
 #include <cmath>

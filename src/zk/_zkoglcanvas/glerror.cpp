@@ -1,5 +1,6 @@
+#include "glerror.h"
+
 #include <zk/_zkoglcanvas/glapi.h>
-#include <zk/_zkoglcanvas/glerror.h>
 #include <zk/host/message.h>
 
 namespace zk {

@@ -1,4 +1,4 @@
-#include <zk/_zkoglcanvas/hit.h>
+#include "hit.h"
 
 #include <unordered_map>
 

@@ -1,4 +1,4 @@
-#include <zk/_zkoglcanvas/keptshape.h>
+#include "keptshape.h"
 
 #include <algorithm>
 

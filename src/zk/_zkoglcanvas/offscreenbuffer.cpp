@@ -1,5 +1,6 @@
+#include "offscreenbuffer.h"
+
 #include <zk/_zkoglcanvas/glapi.h>
-#include <zk/_zkoglcanvas/offscreenbuffer.h>
 
 #include <QOpenGLExtraFunctions>
 

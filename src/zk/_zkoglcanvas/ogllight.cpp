@@ -1,3 +1,5 @@
+#include "ogllight.h"
+
 #include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
@@ -7,7 +9,6 @@
 #include <zk/_zkoglcanvas/glcolor.h>
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/matrixmode.h>
-#include <zk/_zkoglcanvas/ogllight.h>
 #include <zk/host/formreading.h>
 #include <zk/host/message.h>
 

@@ -1,8 +1,9 @@
+#include "oglmaterial.h"
+
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/glcolor.h>
 #include <zk/_zkoglcanvas/glerror.h>
-#include <zk/_zkoglcanvas/oglmaterial.h>
 
 namespace zk {
 

@@ -1,5 +1,6 @@
+#include "oglpolyattributes.h"
+
 #include <zk/_zkoglcanvas/canvas.h>
-#include <zk/_zkoglcanvas/oglpolyattributes.h>
 
 namespace zk {
 

@@ -1,8 +1,9 @@
+#include "ogltexture.h"
+
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
-#include <zk/_zkoglcanvas/ogltexture.h>
 #include <zk/_zkoglcanvas/textureobjects.h>
 
 namespace zk {

@@ -1,4 +1,4 @@
-#include <zk/_zkoglcanvas/palette.h>
+#include "palette.h"
 
 namespace zk {
 

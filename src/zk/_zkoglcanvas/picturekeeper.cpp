@@ -1,6 +1,7 @@
+#include "picturekeeper.h"
+
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/offscreenbuffer.h>
-#include <zk/_zkoglcanvas/picturekeeper.h>
 #include <zk/_zkoglcanvas/pixeldrawing.h>
 #include <zk/host/workarounds.h>
 

@@ -1,5 +1,6 @@
+#include "pixeldrawing.h"
+
 #include <zk/_zkoglcanvas/glapi.h>
-#include <zk/_zkoglcanvas/pixeldrawing.h>
 
 namespace zk {
 

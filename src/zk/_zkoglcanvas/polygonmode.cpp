@@ -1,5 +1,6 @@
+#include "polygonmode.h"
+
 #include <zk/_zkoglcanvas/glapi.h>
-#include <zk/_zkoglcanvas/polygonmode.h>
 
 namespace zk {
 

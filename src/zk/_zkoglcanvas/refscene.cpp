@@ -1,6 +1,7 @@
+#include "refscene.h"
+
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath/plane.h>
-#include <zk/_zkoglcanvas/refscene.h>
 #include <zk/_zkxyz/errors.h>
 #include <zk/host/formreading.h>
 

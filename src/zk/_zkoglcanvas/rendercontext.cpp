@@ -1,5 +1,6 @@
+#include "rendercontext.h"
+
 #include <zk/_zkoglcanvas/glapi.h>
-#include <zk/_zkoglcanvas/rendercontext.h>
 #include <zk/host/workarounds.h>
 
 #include <QCoreApplication>

@@ -1,9 +1,10 @@
+#include "shapeaccessible.h"
+
 #include <zk/_zkcomtypes/shape.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/hit.h>
 #include <zk/_zkoglcanvas/scene.h>
-#include <zk/_zkoglcanvas/shapeaccessible.h>
 #include <zk/host/glsurface.h>
 
 #include <QAccessible>

@@ -1,6 +1,7 @@
+#include "textureobjects.h"
+
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
-#include <zk/_zkoglcanvas/textureobjects.h>
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
+#include "navigator.h"
+
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath.h>
-#include <zk/_zkoglextools/navigator.h>
 #include <zk/_zkxyz/constants.h>
 #include <zk/host/drawingcanvas.h>
 #include <zk/host/formreading.h>

@@ -1,4 +1,5 @@
-#include <zk/_zkoglextools/ogltimer.h>
+#include "ogltimer.h"
+
 #include <zk/host/formreading.h>
 #include <zk/host/message.h>
 

@@ -1,5 +1,6 @@
+#include "sequencer.h"
+
 #include <zk/_zkoglextools/ogltimer.h>
-#include <zk/_zkoglextools/sequencer.h>
 
 #include <QMetaMethod>
 

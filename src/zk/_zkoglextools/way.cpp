@@ -1,7 +1,8 @@
+#include "way.h"
+
 #include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkmath.h>
-#include <zk/_zkoglextools/way.h>
 #include <zk/_zkxyz/constants.h>
 #include <zk/_zkxyz/errors.h>
 #include <zk/host/formreading.h>

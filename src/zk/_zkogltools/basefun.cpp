@@ -1,5 +1,6 @@
+#include "basefun.h"
+
 #include <zk/_zkmath/tolerance.h>
-#include <zk/_zkogltools/basefun.h>
 
 #include <algorithm>
 #include <cmath>

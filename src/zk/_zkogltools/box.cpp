@@ -1,5 +1,6 @@
+#include "box.h"
+
 #include <zk/_zkoglcanvas/canvas.h>
-#include <zk/_zkogltools/box.h>
 #include <zk/_zkxyz/array.h>
 #include <zk/host/componentref.h>
 

@@ -1,3 +1,5 @@
+#include "customshape.h"
+
 #include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
@@ -7,7 +9,6 @@
 #include <zk/_zkoglcanvas/glerror.h>
 #include <zk/_zkoglcanvas/polygonmode.h>
 #include <zk/_zkoglcanvas/scene.h>
-#include <zk/_zkogltools/customshape.h>
 #include <zk/host/formreading.h>
 
 #include <QMetaMethod>

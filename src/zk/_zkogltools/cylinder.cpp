@@ -1,5 +1,6 @@
+#include "cylinder.h"
+
 #include <zk/_zkoglcanvas/canvas.h>
-#include <zk/_zkogltools/cylinder.h>
 #include <zk/host/componentref.h>
 
 #include <typeinfo>

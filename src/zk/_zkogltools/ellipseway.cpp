@@ -1,5 +1,6 @@
+#include "ellipseway.h"
+
 #include <zk/_zkmath.h>
-#include <zk/_zkogltools/ellipseway.h>
 
 #include <cmath>
 #include <numbers>

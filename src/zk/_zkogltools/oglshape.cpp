@@ -1,4 +1,5 @@
-#include <zk/_zkogltools/oglshape.h>
+#include "oglshape.h"
+
 #include <zk/host/componentref.h>
 
 namespace zk {

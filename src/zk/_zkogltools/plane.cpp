@@ -1,7 +1,8 @@
+#include "plane.h"
+
 #include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkoglcanvas/canvas.h>
-#include <zk/_zkogltools/plane.h>
 #include <zk/_zkxyz/array.h>
 #include <zk/host/componentref.h>
 

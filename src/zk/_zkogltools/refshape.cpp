@@ -1,5 +1,6 @@
+#include "refshape.h"
+
 #include <zk/_zkoglcanvas/canvas.h>
-#include <zk/_zkogltools/refshape.h>
 #include <zk/_zkxyz/errors.h>
 #include <zk/host/formreading.h>
 

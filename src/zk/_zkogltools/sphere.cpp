@@ -1,6 +1,7 @@
+#include "sphere.h"
+
 #include <zk/_zkmath/tolerance.h>
 #include <zk/_zkoglcanvas/canvas.h>
-#include <zk/_zkogltools/sphere.h>
 #include <zk/host/componentref.h>
 
 #include <algorithm>

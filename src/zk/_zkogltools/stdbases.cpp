@@ -1,6 +1,7 @@
+#include "stdbases.h"
+
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkmath.h>
-#include <zk/_zkogltools/stdbases.h>
 
 #include <numbers>
 

@@ -1,4 +1,5 @@
-#include <zk/_zkxyarrays/convex.h>
+#include "convex.h"
+
 #include <zk/_zkxyarrays/face.h>
 
 #include <algorithm>

@@ -1,8 +1,9 @@
+#include "crossing.h"
+
 #include <zk/_zkmath/between.h>
 #include <zk/_zkmath/modulo.h>
 #include <zk/_zkmath/segment.h>
 #include <zk/_zkmath/vector.h>
-#include <zk/_zkxyarrays/crossing.h>
 #include <zk/_zkxyarrays/edgegrid.h>
 
 #include <algorithm>

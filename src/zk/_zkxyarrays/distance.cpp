@@ -1,4 +1,4 @@
-#include <zk/_zkxyarrays/distance.h>
+#include "distance.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include <zk/_zkxyarrays/edgegrid.h>
+#include "edgegrid.h"
 
 #include <algorithm>
 #include <cmath>

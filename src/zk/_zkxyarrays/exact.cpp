@@ -1,4 +1,4 @@
-#include <zk/_zkxyarrays/exact.h>
+#include "exact.h"
 
 #include <cstddef>
 #include <vector>

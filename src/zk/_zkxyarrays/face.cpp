@@ -1,5 +1,6 @@
+#include "face.h"
+
 #include <zk/_zkxyarrays/exact.h>
-#include <zk/_zkxyarrays/face.h>
 
 #include <algorithm>
 #include <cmath>

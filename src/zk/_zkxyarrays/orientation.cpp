@@ -1,5 +1,6 @@
+#include "orientation.h"
+
 #include <zk/_zkmath/vector.h>
-#include <zk/_zkxyarrays/orientation.h>
 
 #include <algorithm>
 

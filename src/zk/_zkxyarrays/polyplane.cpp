@@ -1,7 +1,8 @@
+#include "polyplane.h"
+
 #include <zk/_zkmath/plane.h>
 #include <zk/_zkmath/vector.h>
 #include <zk/_zkxyarrays/orientation.h>
-#include <zk/_zkxyarrays/polyplane.h>
 #include <zk/_zkxyz/errors.h>
 
 #include <algorithm>

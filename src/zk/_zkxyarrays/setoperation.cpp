@@ -1,6 +1,7 @@
+#include "setoperation.h"
+
 #include <zk/_zkmath/inside.h>
 #include <zk/_zkxyarrays/overlay.h>
-#include <zk/_zkxyarrays/setoperation.h>
 #include <zk/_zkxyz/errors.h>
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include <zk/_zkxyarrays/transform.h>
+#include "transform.h"
 
 namespace zk {
 namespace {

@@ -1,7 +1,8 @@
+#include "walk.h"
+
 #include <zk/_zkmath/modulo.h>
 #include <zk/_zkmath/tolerance.h>
 #include <zk/_zkmath/vector.h>
-#include <zk/_zkxyarrays/walk.h>
 
 #include <algorithm>
 #include <cmath>

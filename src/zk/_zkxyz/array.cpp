@@ -1,4 +1,5 @@
-#include <zk/_zkxyz/array.h>
+#include "array.h"
+
 #include <zk/_zkxyz/blocks.h>
 #include <zk/_zkxyz/message.h>
 

@@ -1,4 +1,4 @@
-#include <zk/_zkxyz/blocks.h>
+#include "blocks.h"
 
 #include <bit>
 #include <cstdint>

@@ -1,5 +1,6 @@
+#include "itemlist.h"
+
 #include <zk/_zkxyz/blocks.h>
-#include <zk/_zkxyz/itemlist.h>
 
 #include <algorithm>
 #include <limits>

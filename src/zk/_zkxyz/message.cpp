@@ -1,4 +1,4 @@
-#include <zk/_zkxyz/message.h>
+#include "message.h"
 
 #include <cstdio>
 #include <utility>

@@ -1,5 +1,6 @@
+#include "pointerlist.h"
+
 #include <zk/_zkxyz/errors.h>
-#include <zk/_zkxyz/pointerlist.h>
 
 #include <algorithm>
 #include <string>

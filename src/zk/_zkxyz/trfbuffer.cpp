@@ -1,5 +1,6 @@
+#include "trfbuffer.h"
+
 #include <zk/_zkxyz/blocks.h>
-#include <zk/_zkxyz/trfbuffer.h>
 
 #include <algorithm>
 

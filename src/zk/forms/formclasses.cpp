@@ -1,7 +1,8 @@
+#include "formclasses.h"
+
 #include <zk/_zkoglcanvas.h>
 #include <zk/_zkoglextools.h>
 #include <zk/_zkogltools.h>
-#include <zk/forms/formclasses.h>
 
 #include <type_traits>
 

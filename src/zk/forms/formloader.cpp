@@ -1,4 +1,5 @@
-#include <zk/forms/formloader.h>
+#include "formloader.h"
+
 #include <zk/forms/formtext.h>
 #include <zk/host/propertypath.h>
 

@@ -1,4 +1,4 @@
-#include <zk/forms/formtext.h>
+#include "formtext.h"
 
 #include <QColor>
 #include <QHash>

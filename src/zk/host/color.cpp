@@ -1,4 +1,4 @@
-#include <zk/host/color.h>
+#include "color.h"
 
 #include <QGuiApplication>
 #include <QPalette>

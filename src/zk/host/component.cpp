@@ -1,4 +1,5 @@
-#include <zk/host/component.h>
+#include "component.h"
+
 #include <zk/host/formreading.h>
 #include <zk/host/propertypath.h>
 

@@ -1,4 +1,4 @@
-#include <zk/host/componentref.h>
+#include "componentref.h"
 
 #include <QWidget>
 

@@ -1,4 +1,5 @@
-#include <zk/host/controlcanvas.h>
+#include "controlcanvas.h"
+
 #include <zk/host/drawinglayer.h>
 
 namespace zk {

@@ -1,4 +1,4 @@
-#include <zk/host/drawingcanvas.h>
+#include "drawingcanvas.h"
 
 #include <QFontMetrics>
 #include <QImage>

@@ -1,4 +1,5 @@
-#include <zk/host/drawinglayer.h>
+#include "drawinglayer.h"
+
 #include <zk/host/glsurface.h>
 
 #include <QBackingStore>

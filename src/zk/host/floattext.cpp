@@ -1,5 +1,6 @@
+#include "floattext.h"
+
 #include <zk/_zkxyz/errors.h>
-#include <zk/host/floattext.h>
 
 #include <QLocale>
 

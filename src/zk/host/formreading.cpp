@@ -1,5 +1,6 @@
+#include "formreading.h"
+
 #include <zk/_zkxyz/errors.h>
-#include <zk/host/formreading.h>
 #include <zk/host/message.h>
 
 #include <QCoreApplication>

@@ -1,4 +1,5 @@
-#include <zk/host/glsurface.h>
+#include "glsurface.h"
+
 #include <zk/host/workarounds.h>
 
 #include <QEvent>

@@ -1,4 +1,4 @@
-#include <zk/host/message.h>
+#include "message.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,4 +1,5 @@
-#include <zk/host/picture.h>
+#include "picture.h"
+
 #include <zk/host/picturebytes.h>
 
 #include <QBuffer>

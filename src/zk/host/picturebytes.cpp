@@ -1,4 +1,4 @@
-#include <zk/host/picturebytes.h>
+#include "picturebytes.h"
 
 #include <QtEndian>
 

@@ -1,4 +1,4 @@
-#include <zk/host/propertypath.h>
+#include "propertypath.h"
 
 #include <QColor>
 #include <QMetaEnum>

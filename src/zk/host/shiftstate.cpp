@@ -1,4 +1,4 @@
-#include <zk/host/shiftstate.h>
+#include "shiftstate.h"
 
 #include <QMouseEvent>
 

@@ -1,5 +1,6 @@
+#include "timer.h"
+
 #include <zk/host/message.h>
-#include <zk/host/timer.h>
 
 #include <QEvent>
 #include <QScopeGuard>

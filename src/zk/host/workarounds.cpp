@@ -1,4 +1,4 @@
-#include <zk/host/workarounds.h>
+#include "workarounds.h"
 
 #include <QByteArray>
 #include <QList>
