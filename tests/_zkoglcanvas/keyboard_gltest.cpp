@@ -187,6 +187,20 @@ TEST_F(Keyboard, ArrowsGoThroughTheShapesInTheirOrder) {
     EXPECT_TRUE(told.isEmpty());
 }
 
+// The step looks for the places, and the frame is shown at one of them.
+TEST_F(Keyboard, AStepPlaysTheScenesOnce) {
+    focus();
+    int plays = 0;
+    QObject::connect(scene, &TDisplayList::OnPlay, scene, [&] { ++plays; });
+    form.canvas->Places();
+    const int once = std::exchange(plays, 0);
+    ASSERT_GT(once, 0);
+    key(Qt::Key_Right);
+    EXPECT_EQ(current(), "middle");
+    EXPECT_TRUE(framed(150));
+    EXPECT_EQ(plays, once);
+}
+
 TEST_F(Keyboard, ArrowsFollowTheDirectionOfReading) {
     form.control->setLayoutDirection(Qt::RightToLeft);
     focus();

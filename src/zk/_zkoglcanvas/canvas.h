@@ -17,6 +17,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace zk {
@@ -281,7 +282,8 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     void SetSingleHit(std::int32_t hitObject) { hits_ = {THitItem{hitObject, 0, 1}}; }
     /// Shows a frame around the place of something that a click can meet, above the picture, and keeps it there in
     /// later repaints; each of them plays the shapes once more to find it. `HitTarget::NoHit` (at first): no frame.
-    void SetFocusFrame(std::int32_t hitObject);
+    /// `place` is where `Places` says that it is seen now; without it the shapes are played here, too.
+    void SetFocusFrame(std::int32_t hitObject, const std::optional<QRectF>& place = {});
     std::int32_t GetFocusFrame() const { return focusFrame_; }
     /// Ends selection mode and fills the hit list from what it recorded.
     void readSelectBuffer();
@@ -438,7 +440,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     bool findingPlaces_ = false;
     std::uint64_t pictureNumber_ = 0;
     std::int32_t focusFrame_ = HitTarget::NoHit;
-    QRectF focusPlace_;  // of the picture on the screen; null for none
+    std::optional<QRectF> focusPlace_;  // in the picture on the screen
     bool autoCompile_ = true;
     bool lightModelTwoSided_ = false;
     bool selectEnabled_ = true;

@@ -111,24 +111,25 @@ void TZkOglCanvas::drawLayer() {
         if (!pixels.isNull())
             PixelDrawing(surface_->PixelSize()).Over(pixels, corner);
     }
-    if (!focusPlace_.isNull())
+    if (focusPlace_)
         drawFocusFrame();
 }
 
 // --- the frame around the shape that has the focus ------------------------------------------------------------------
 
-void TZkOglCanvas::SetFocusFrame(std::int32_t hitObject) {
-    if (hitObject == focusFrame_ && focusPlace_.isNull() == (hitObject == HitTarget::NoHit))
+void TZkOglCanvas::SetFocusFrame(std::int32_t hitObject, const std::optional<QRectF>& place) {
+    const bool isWanted = hitObject != HitTarget::NoHit;
+    if (hitObject == focusFrame_ && isWanted == focusPlace_.has_value())
         return;
     focusFrame_ = hitObject;
-    focusPlace_ = {};
+    focusPlace_ = place;
     if (!context_ || IsPainting() || selecting_)
         return;  // the next picture shows it
     const QPointer<TZkOglCanvas> self = this;
-    if (hitObject != HitTarget::NoHit) {
-        for (const THitPlace& place : Places()) {
-            if (place.HitObject == hitObject && self)
-                focusPlace_ = place.Place;
+    if (isWanted && !place) {
+        for (const THitPlace& seen : Places()) {
+            if (seen.HitObject == hitObject && self)
+                focusPlace_ = seen.Place;
         }
     }
     if (self && context_ && surface_->IsExposed() && context_->HasPicture())
@@ -137,7 +138,7 @@ void TZkOglCanvas::SetFocusFrame(std::int32_t hitObject) {
 
 // Between a picture and its being shown.
 void TZkOglCanvas::findFocusFrame() {
-    focusPlace_ = {};
+    focusPlace_.reset();
     if (!HitTarget::Of(focusFrame_)) {
         focusFrame_ = HitTarget::NoHit;
         return;
@@ -152,7 +153,7 @@ void TZkOglCanvas::findFocusFrame() {
 // Black between two lines of white: it is seen on every ground.
 void TZkOglCanvas::drawFocusFrame() {
     const double ratio = surface_->PixelRatio();
-    const QRectF place = focusPlace_.adjusted(-3, -3, 3, 3);
+    const QRectF place = focusPlace_->adjusted(-3, -3, 3, 3);
     const QRect around =
         QRectF(place.topLeft() * ratio, place.size() * ratio).toRect() & QRect(QPoint(0, 0), surface_->PixelSize());
     const double width = std::max(1.0, std::round(ratio));

@@ -4,10 +4,12 @@
 #include <zk/host/component.h>
 #include <zk/host/shiftstate.h>
 
+#include <QRectF>
 #include <QWidget>
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace zk {
 
@@ -149,8 +151,8 @@ class ZKOGLCANVAS_API TZKOglControl : public QWidget, public ComponentBase {
     bool takeKey(const QKeyEvent& event);
     bool stepTo(int key);
     bool pressKey(Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
-    void setCurrent(std::int32_t shape, bool framed);
-    void showFrame(bool shown);
+    void setCurrent(std::int32_t shape, bool framed, const std::optional<QRectF>& place = {});
+    void showFrame(bool shown, const std::optional<QRectF>& place = {});
     void applyFrame();
     void applyAlign();
 

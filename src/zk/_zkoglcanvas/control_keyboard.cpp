@@ -32,11 +32,11 @@ void TZKOglControl::SetCurrentShape(HitTarget* shape) {
     setCurrent(shape ? shape->HitName() : HitTarget::NoHit, framed_);
 }
 
-void TZKOglControl::setCurrent(std::int32_t shape, bool framed) {
+void TZKOglControl::setCurrent(std::int32_t shape, bool framed, const std::optional<QRectF>& place) {
     const QPointer<TZKOglControl> self = this;
     const bool another = std::exchange(current_, shape) != shape;
     framed_ = framed;
-    showFrame(framed_ && hasFocus());
+    showFrame(framed_ && hasFocus(), place);
     if (!self || !another)
         return;
     auto* object = dynamic_cast<QObject*>(CurrentShape());
@@ -45,10 +45,14 @@ void TZKOglControl::setCurrent(std::int32_t shape, bool framed) {
     Q_EMIT OnCurrentShape(this, object);
 }
 
-// Makes a picture of the shapes in feedback mode, so that handlers may run.
-void TZKOglControl::showFrame(bool shown) {
-    if (canvas_)
-        canvas_->SetFocusFrame(shown && CurrentShape() ? current_ : HitTarget::NoHit);
+// Without a place a picture of the shapes is made in feedback mode, so that handlers may run.
+void TZKOglControl::showFrame(bool shown, const std::optional<QRectF>& place) {
+    if (!canvas_)
+        return;
+    if (shown && CurrentShape())
+        canvas_->SetFocusFrame(current_, place);
+    else
+        canvas_->SetFocusFrame(HitTarget::NoHit);
 }
 
 void TZKOglControl::focusInEvent(QFocusEvent* event) {
@@ -62,7 +66,9 @@ void TZKOglControl::focusInEvent(QFocusEvent* event) {
         const std::vector<THitPlace> places = canvas_->Places();
         if (!self || places.empty())
             return;
-        setCurrent(placeOf(places, current_) == places.end() ? places.front().HitObject : current_, true);
+        const auto found = placeOf(places, current_);
+        const THitPlace& place = found == places.end() ? places.front() : *found;
+        setCurrent(place.HitObject, true, place.Place);
     });
 }
 
@@ -128,7 +134,8 @@ bool TZKOglControl::stepTo(int key) {
         index = forward ? 0 : last;
     else
         index = std::clamp<std::ptrdiff_t>(found - places.begin() + (forward ? 1 : -1), 0, last);
-    setCurrent(places[std::size_t(index)].HitObject, true);
+    const THitPlace& place = places[std::size_t(index)];
+    setCurrent(place.HitObject, true, place.Place);
     return true;
 }
 

@@ -1,5 +1,6 @@
+#include "pickcorners.h"
+
 #include <zk/_zkoglcanvas/glapi.h>
-#include <zk/_zkoglcanvas/pickcorners.h>
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>

@@ -1,15 +1,12 @@
 #include "glsurface.h"
 
+#include <zk/host/waylandchild.h>
 #include <zk/host/workarounds.h>
 
 #include <QEvent>
-#include <QGuiApplication>
 #include <QLabel>
-#include <QOpenGLContext>
 #include <QPlatformSurfaceEvent>
 #include <QWindow>
-
-#include <utility>
 
 namespace zk {
 
@@ -25,15 +22,8 @@ GlSurface* GlSurface::Of(QWidget* control) {
     return new GlSurface(control);
 }
 
-// Qt's plugin for Wayland shows a child window only if its parent shows something, and never tells the child that it is
-// exposed. So the parent is to be the top-level window, and that one's events are taken.
-GlSurface::GlSurface(QWidget* control)
-    : QWidget(control),
-      isWaylandChild_(QGuiApplication::platformName().startsWith(QLatin1String("wayland")) &&
-                      IsOn(Workaround::WaylandChild)) {
+GlSurface::GlSurface(QWidget* control) : QWidget(control), waylandChild_(WaylandChild::Of(*this)) {
     setObjectName(QStringLiteral("zkGlSurface"));
-    if (isWaylandChild_)
-        setAttribute(Qt::WA_DontCreateNativeAncestors);
     setAttribute(Qt::WA_NativeWindow);
     setAttribute(Qt::WA_PaintOnScreen);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -44,7 +34,8 @@ GlSurface::GlSurface(QWidget* control)
     setGeometry(control->contentsRect());
     makeWindow();
     noticePixelRatio();
-    watchAncestors();
+    if (waylandChild_)
+        waylandChild_->Watch();
     lower();  // what the application puts onto the control stays above the picture
 }
 
@@ -108,44 +99,11 @@ QWindow* GlSurface::Window() const {
 // The child window is not told when the top-level window around it is hidden.
 bool GlSurface::IsExposed() const {
     const QWindow* topLevel = topLevelWindow();
-    return window_ && (window_->isExposed() || isWaylandChild_) && isVisible() && topLevel && topLevel->isExposed();
+    return window_ && (window_->isExposed() || waylandChild_) && isVisible() && topLevel && topLevel->isExposed();
 }
 
 QWindow* GlSurface::topLevelWindow() const {
     return window()->windowHandle();
-}
-
-// A native window whose top-level window was hidden does not come back with it.
-void GlSurface::remake() {
-    setVisible(false);
-    destroy(true, true);
-    winId();
-    updateVisible();
-}
-
-// The widgets between the surface and its top-level window have no native windows that would move with them.
-void GlSurface::watchAncestors() {
-    if (!isWaylandChild_)
-        return;
-    for (const QPointer<QWidget>& ancestor : ancestors_) {
-        if (ancestor && ancestor != parent())
-            ancestor->removeEventFilter(this);
-    }
-    ancestors_.clear();
-    for (QWidget* ancestor = parentWidget(); ancestor; ancestor = ancestor->parentWidget()) {
-        ancestor->installEventFilter(this);
-        ancestors_.emplace_back(ancestor);
-        if (ancestor->isWindow())
-            break;
-    }
-    QWindow* now = topLevelWindow();
-    if (now == topLevel_)
-        return;
-    if (topLevel_)
-        topLevel_->removeEventFilter(this);
-    topLevel_ = now;
-    if (topLevel_)
-        topLevel_->installEventFilter(this);
 }
 
 double GlSurface::PixelRatio() const {
@@ -218,32 +176,12 @@ bool GlSurface::event(QEvent* event) {
     const bool handled = QWidget::event(event);
     if (event->type() == QEvent::WinIdChange && internalWinId() && window_ != windowHandle())
         makeWindow();
-    if (isWaylandChild_ && window_ && event->type() == QEvent::Hide) {
-        // What OpenGL draws into goes with a window that is hidden, and comes with the next time that it is made
-        // current.
-        QOpenGLContext* const context = QOpenGLContext::currentContext();
-        if (context && context->surface() == window_)
-            context->doneCurrent();
-        wentWithTopLevel_ = !window()->isVisible();
-    }
-    if (isWaylandChild_ && event->type() == QEvent::Show && std::exchange(wentWithTopLevel_, false))
-        QMetaObject::invokeMethod(this, &GlSurface::remake, Qt::QueuedConnection);
-    if (isWaylandChild_ && (event->type() == QEvent::Show || event->type() == QEvent::ParentChange ||
-                            event->type() == QEvent::WinIdChange)) {
-        watchAncestors();
-        if (event->type() == QEvent::Show && IsExposed())
-            QMetaObject::invokeMethod(this, &GlSurface::Exposed, Qt::QueuedConnection);
-    }
+    if (waylandChild_)
+        waylandChild_->Take(*event);
     return handled;
 }
 
 bool GlSurface::eventFilter(QObject* watched, QEvent* event) {
-    if (isWaylandChild_ && event->type() == QEvent::ParentChange && watched->isWidgetType()) {
-        // The native window is still in the old top-level window, and would go with it.
-        destroy(true, true);
-        winId();
-        watchAncestors();
-    }
     if (watched == parent()) {
         switch (event->type()) {
             case QEvent::Resize:
@@ -254,10 +192,6 @@ bool GlSurface::eventFilter(QObject* watched, QEvent* event) {
             default:
                 break;
         }
-    } else if (watched == topLevel_) {
-        // After Qt has taken the event: exposed is what its handler makes the window.
-        if (event->type() == QEvent::Expose)
-            QMetaObject::invokeMethod(this, &GlSurface::Exposed, Qt::QueuedConnection);
     } else if (watched == window_) {
         if (event->type() == QEvent::PlatformSurface) {
             const auto type = static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType();

@@ -6,7 +6,7 @@
 #include <QSurfaceFormat>
 #include <QWidget>
 
-#include <vector>
+#include <memory>
 
 class QLabel;
 class QWindow;
@@ -93,14 +93,11 @@ class ZKHOST_API GlSurface : public QWidget {
     void noticePixelRatio();
 
     QWindow* topLevelWindow() const;
-    void watchAncestors();
-    void remake();
+
+    class WaylandChild;
 
     QPointer<QWindow> window_;
-    QPointer<QWindow> topLevel_;  // while it tells when there is something to paint
-    std::vector<QPointer<QWidget>> ancestors_;
-    const bool isWaylandChild_;
-    bool wentWithTopLevel_ = false;
+    std::unique_ptr<WaylandChild> waylandChild_;  // null elsewhere
     QPointer<QLabel> notice_;
     double pixelRatio_ = 0;
     int users_ = 0;
