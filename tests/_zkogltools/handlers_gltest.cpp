@@ -389,3 +389,86 @@ TEST(Handlers, WhatChangesMayGoWhenABracketOpens) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
+
+// Then every part of a change may repaint, and what changes may go in any of these repaints.
+TEST(Handlers, WhatChangesMayGoInAnyRepaintOfAChange) {
+    struct Parts {
+        GlForm& form;
+        TZKOglBox* box;
+        TZKOglLight* light;
+        TZKOglShape* other;
+    };
+    struct Change {
+        const char* name;
+        std::function<void(const Parts&)> make;
+    };
+    const Change changes[]{
+        {"angle", [](const Parts& p) { p.form.canvas->SetBlickWinkel(20); }},
+        {"frame",
+         [](const Parts& p) {
+             p.form.canvas->SetProjectionbase({{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 0}});
+         }},
+        {"translation",
+         [](const Parts& p) {
+             p.form.canvas->SetTranslation({1, 2, 3});
+         }},
+        {"rotation", [](const Parts& p) { p.form.canvas->Setdrehwinkel(30); }},
+        {"scale", [](const Parts& p) { p.form.canvas->SetZoomFactor(2); }},
+        {"pick", [](const Parts& p) { p.form.canvas->Select(100, 100); }},
+        {"bulleye", [](const Parts& p) { p.form.canvas->Bulleye(100, 100, 1); }},
+        {"picture",
+         [](const Parts& p) {
+             p.form.canvas->Picture({20, 20});
+         }},
+        {"no control", [](const Parts& p) { p.form.canvas->SetWinControl(nullptr); }},
+        {"another control", [](const Parts& p) { p.form.canvas->SetWinControl(p.form.window.get()); }},
+        {"size", [](const Parts& p) { p.form.control->resize(150, 150); }},
+        {"texture", [](const Parts& p) { p.form.canvas->getAttributes()->getTexture()->SettextureKind({}); }},
+        {"attributes", [](const Parts& p) { p.box->setAttributes(p.other->getAttributes()); }},
+        {"light on", [](const Parts& p) { p.light->SetEnabled(true); }},
+        {"light moves", [](const Parts& p) { p.light->SetZkOglCanvas(nullptr); }},
+        {"light joins", [](const Parts& p) { p.light->SetZkOglCanvas(p.form.canvas); }},
+        {"light anew", [](const Parts& p) { p.light->Update(); }},
+    };
+    int gone = 0;
+    for (const Change& change : changes) {
+        const std::string name = change.name;
+        for (int which = 0; which < 3; ++which) {
+            if ((which == 1 && name != "attributes") ||
+                (which == 2 && name.find("light") == name.npos && name != "angle"))
+                continue;
+            for (int repaint = 1; repaint <= 3; ++repaint) {
+                SCOPED_TRACE(name + ", part " + std::to_string(which) + " in repaint " + std::to_string(repaint));
+                GlForm form;
+                TZKOglScene* scene = form.AddScene();
+                TZKOglScene* scenes = form.AddScene();
+                const Parts parts{form, form.AddBox(scenes, 0x0000FF, {1, 1, 1}, {0, 0, 0}),
+                                  new TZKOglLight(form.window.get()), new TZKOglShape(form.window.get())};
+                parts.light->SetZkOglCanvas(form.canvas);
+                parts.light->SetEnabled(true);
+                parts.other->SetDisplayList(scene);
+                form.canvas->SetAutoCompile(false);
+                const QPointer<TZkOglCanvas> canvas = form.canvas;
+                const QPointer<QObject> victim = which == 0   ? static_cast<QObject*>(form.canvas)
+                                                 : which == 1 ? static_cast<QObject*>(parts.box)
+                                                              : static_cast<QObject*>(parts.light);
+                canvas->SetChanging(false);
+                int played = 0;
+                QObject::connect(parts.other, &TZkShape::OnPlay, parts.other, [&] {
+                    if (++played == repaint)
+                        delete victim;
+                });
+                change.make(parts);
+                gone += victim ? 0 : 1;
+                QObject::disconnect(parts.other, nullptr, parts.other, nullptr);
+                if (!canvas)
+                    form.canvas = nullptr;
+                else
+                    canvas->SetChanging(true);
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                form.messages.Take();
+            }
+        }
+    }
+    EXPECT_GT(gone, 30);
+}

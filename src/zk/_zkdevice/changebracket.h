@@ -34,4 +34,17 @@ class ChangeBracket {
     QPointer<TZKDevice> device_;
 };
 
+/// Runs `steps`, one after the other, within a bracket on `device`, and says whether the device still lives. After a
+/// surplus close the opening repaints, and so may every step; user code in that repaint may delete the device, and what
+/// is left is not run then.
+template <class... Steps>
+bool InBracket(TZKDevice& device, Steps&&... steps) {
+    const QPointer<TZKDevice> alive = &device;
+    device.SetChanging(true);
+    static_cast<void>(((alive && (steps(), true)) && ...));
+    if (alive)
+        device.SetChanging(false);
+    return !alive.isNull();
+}
+
 }  // namespace zk

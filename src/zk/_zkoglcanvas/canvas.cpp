@@ -2,6 +2,7 @@
 
 #include <zk/_zkcomtypes/pointproperty.h>
 #include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath/tolerance.h>
 #include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -49,6 +50,9 @@ TZkOglCanvas::~TZkOglCanvas() {
 // --- the control and its context ------------------------------------------------------------------------------------
 
 void TZkOglCanvas::SetWinControl(QWidget* control) {
+    // Brackets may repaint, and user code then delete the canvas or the control.
+    const QPointer<TZkOglCanvas> self = this;
+    const QPointer<QWidget> joined = control;
     QWidget* const old = winControl_;
     if (old && old != control) {
         RemoveFreeNotification(old);
@@ -59,34 +63,56 @@ void TZkOglCanvas::SetWinControl(QWidget* control) {
         controlCanvas_->SetControl(control);
     if (!control) {
         Setdc(nullptr);
-        winControl_ = nullptr;
+        if (self)
+            winControl_ = nullptr;
         return;
     }
     FreeNotification(control);
-    SetChanging(true);
-    Setdc(GlSurface::Of(control));
-    winControl_ = control;
-    takeSize();
-    if (auto* host = qobject_cast<TZKOglControl*>(control))
-        host->SetCanvas(this);
-    SetChanging(false);
+    const auto setSurface = [&] {
+        if (joined)
+            Setdc(GlSurface::Of(joined));
+    };
+    const auto bind = [&] {
+        winControl_ = joined;
+        if (!joined)
+            return;
+        takeSize();
+        if (!self || !joined)
+            return;
+        if (auto* host = qobject_cast<TZKOglControl*>(control))
+            host->SetCanvas(this);
+    };
+    InBracket(*this, setSurface, bind);
 }
 
 void TZkOglCanvas::takeSize() {
     // A control may be smaller than its frame.
     const QSize client = winControl_->contentsRect().size().expandedTo({0, 0});
+    const QPointer<TZkOglCanvas> self = this;
     SetLeft(0);
     SetTop(0);
     SetHeight(client.height());
-    SetWidth(client.width());
+    if (self)
+        SetWidth(client.width());
 }
 
 void TZkOglCanvas::Setdc(GlSurface* surface) {
     if (surface == surface_)
         return;
-    SetChanging(true);
-    if (context_)
-        releaseContext(surface != nullptr);
+    const QPointer<GlSurface> joined = surface;
+    const auto leave = [&] {
+        if (context_)
+            releaseContext(surface != nullptr);
+    };
+    const auto change = [&] { changeSurface(joined); };
+    const auto enter = [&] {
+        if (surface_)
+            makeContext();
+    };
+    InBracket(*this, leave, change, enter);
+}
+
+void TZkOglCanvas::changeSurface(GlSurface* surface) {
     if (surface_) {
         disconnect(surface_, nullptr, this, nullptr);
         surface_->RemoveUser();
@@ -101,9 +127,7 @@ void TZkOglCanvas::Setdc(GlSurface* surface) {
         connect(surface_, &GlSurface::Exposed, this, &TZkOglCanvas::surfaceExposed);
         connect(surface_, &GlSurface::Resized, this, &TZkOglCanvas::surfaceResized);
         connect(surface_, &GlSurface::PixelRatioChanged, this, &TZkOglCanvas::surfaceRatioChanged);
-        makeContext();
     }
-    SetChanging(false);
 }
 
 // `plainAttributes`: another context follows, and until it has its own attribute objects, plain ones stand in.
@@ -180,7 +204,10 @@ void TZkOglCanvas::makeContext() {
     glInitNames();
     rebindScenes();
     glEnable(GL_LIGHTING);
+    const QPointer<TZkOglCanvas> self = this;
     CheckLightHandle();
+    if (!self || !CheckCurrent())
+        return;
     OGLError();
     restoreView();
 }
@@ -193,8 +220,10 @@ void TZkOglCanvas::restoreView() {
     SetTextureScale(textureScale);
     glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, lightModelTwoSided_);
     SetprojectionMode(Equals(GetBlickwinkel(), 0) ? 0 : 1);
+    const QPointer<TZkOglCanvas> self = this;
     SetStdViewport(GetWidth(), GetHeight());
-    rebuildModelView();
+    if (self)
+        rebuildModelView();
 }
 
 void TZkOglCanvas::rebindScenes() {
@@ -207,17 +236,19 @@ void TZkOglCanvas::rebindScenes() {
 void TZkOglCanvas::surfaceLost() {
     if (!context_)
         return;
-    SetChanging(true);
-    releaseContext(true);
-    SetChanging(false);
+    InBracket(*this, [this] {
+        if (context_)
+            releaseContext(true);
+    });
 }
 
 void TZkOglCanvas::surfaceRestored() {
     if (context_)
         return;
-    SetChanging(true);
-    makeContext();
-    SetChanging(false);
+    InBracket(*this, [this] {
+        if (!context_ && surface_)
+            makeContext();
+    });
 }
 
 void TZkOglCanvas::surfaceExposed() {
@@ -239,9 +270,10 @@ void TZkOglCanvas::surfaceResized() {
     // A TZKOglControl says so itself, after its own resize event.
     if (!context_ || !winControl_ || qobject_cast<TZKOglControl*>(winControl_))
         return;
-    SetChanging(true);
-    takeSize();
-    SetChanging(false);
+    InBracket(*this, [this] {
+        if (winControl_)
+            takeSize();
+    });
 }
 
 void TZkOglCanvas::surfaceRatioChanged() {

@@ -397,6 +397,7 @@ class ZKOGLCANVAS_API TZkOglCanvas : public TZKDevice {
     void surfaceRatioChanged();
     void takeSize();
     void releaseContext(bool plainAttributes);
+    void changeSurface(GlSurface* surface);
     void makeContext();
     void restoreView();
     void rebuildModelView();

@@ -28,15 +28,20 @@ void TZkOglCanvas::RemoveLight(Tlight* light) {
 void TZkOglCanvas::CheckLightHandle() {
     if (!CheckCurrent())
         return;
-    const std::vector<Tlight*> lights = lightList();
+    // Each switch may repaint, and user code then delete lights.
+    std::vector<QPointer<Tlight>> lights;
+    for (Tlight* light : lightList())
+        lights.emplace_back(light);
     for (std::size_t i = 0; i < lights.size(); ++i) {
-        auto* light = qobject_cast<TZKOglLight*>(lights[i]);
+        const QPointer<TZKOglLight> light = qobject_cast<TZKOglLight*>(lights[i].data());
         if (!light)
             continue;
         const bool enabled = light->GetEnabled();
         light->SetEnabled(false);
-        light->SetHandle(GL_LIGHT0 + int(i));
-        light->SetEnabled(enabled);
+        if (light)
+            light->SetHandle(GL_LIGHT0 + int(i));
+        if (light)
+            light->SetEnabled(enabled);
     }
 }
 

@@ -1,3 +1,4 @@
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -177,14 +178,12 @@ bool TZkOglCanvas::SelectAt(const QPointF& position) {
         const LeftBehind state(*this);
         const Tmatrix view = GetOglModelMatrix();
         const TBAse base = GetprojectionBAse();
-        SetChanging(true);
         // With the unit frame the model-view matrix is that of the bare eye, so that the planes can be given in
-        // coordinates of the projection plane; they keep their place when the frame returns.
-        SetProjectionbase(Unitbase);
-        setClipPlanesAround(point, pickTolerance);
-        SetProjectionbase(base);
-        SetOglModelMatrix(view);  // to the last digit, and with what user code has made of it
-        SetChanging(false);
+        // coordinates of the projection plane; they keep their place when the frame returns, to the last digit and
+        // with what user code has made of it.
+        InBracket(
+            *this, [this] { SetProjectionbase(Unitbase); }, [&] { setClipPlanesAround(point, pickTolerance); },
+            [&] { SetProjectionbase(base); }, [&] { SetOglModelMatrix(view); });
     }
     if (!self)
         return false;
@@ -218,11 +217,9 @@ void TZkOglCanvas::Bulleye(int x, int y, double halfWidth) {
         return;
     const TXY point = projectionPoint(QPointF(x, y));
     const TBAse base = GetprojectionBAse();
-    SetChanging(true);
-    SetProjectionbase(Unitbase);
-    setClipPlanesAround(point, halfWidth);
-    SetProjectionbase(base);
-    SetChanging(false);
+    InBracket(
+        *this, [this] { SetProjectionbase(Unitbase); }, [&] { setClipPlanesAround(point, halfWidth); },
+        [&] { SetProjectionbase(base); });
 }
 
 // Four planes that keep what lies within `halfWidth` of a point of the projection plane: a column along the z axis, or

@@ -1,3 +1,4 @@
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/control.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -43,19 +44,18 @@ QImage TZkOglCanvas::Picture(const QSize& size, double pixelRatio) {
     const int width = GetWidth();
     const int height = GetHeight();
     TZKOglControl unseen;
-    SetChanging(true);
-    SetWinControl(&unseen);
     QImage picture;
-    if (context_)
-        picture = pictureOfContext(size, pixelRatio);
-    if (!self)
-        return {};
-    if (winControl_ == &unseen)
-        SetWinControl(nullptr);
-    SetWidth(width);
-    SetHeight(height);
-    SetChanging(false);
-    return picture;
+    const auto draw = [&] {
+        if (context_)
+            picture = pictureOfContext(size, pixelRatio);
+    };
+    const auto leave = [&] {
+        if (winControl_ == &unseen)
+            SetWinControl(nullptr);
+    };
+    const bool alive = InBracket(
+        *this, [&] { SetWinControl(&unseen); }, draw, leave, [&] { SetWidth(width); }, [&] { SetHeight(height); });
+    return alive ? picture : QImage();
 }
 
 QImage TZkOglCanvas::pictureOfContext(const QSize& size, double pixelRatio) {
@@ -67,16 +67,26 @@ QImage TZkOglCanvas::pictureOfContext(const QSize& size, double pixelRatio) {
     const int height = GetHeight();
     const Tmatrix view = GetOglModelMatrix();
     const auto length = [pixelRatio](int pixels) { return int(std::clamp(std::round(pixels / pixelRatio), 1.0, 1e6)); };
+    // False if the canvas or its context has gone meanwhile, as after a surplus close each of these repaints.
+    const auto setSize = [&](int newWidth, int newHeight) {
+        if (self)
+            SetWidth(newWidth);
+        if (self)
+            SetHeight(newHeight);
+        if (self && !CheckCurrent())
+            SetChanging(false);
+        return self && context_;
+    };
     SetChanging(true);  // nothing of this is to be seen in the window
-    SetWidth(length(size.width()));
-    SetHeight(length(size.height()));
+    if (!setSize(length(size.width()), length(size.height())))
+        return {};
     deviceStates_.Include(DsPainting);
     const bool drawn = drawParts(picture, pixelRatio);
     if (!self)
         return {};
     deviceStates_.Exclude(DsPainting);
-    SetWidth(width);
-    SetHeight(height);
+    if (!setSize(width, height))
+        return {};
     SetOglModelMatrix(view);  // to the last digit
     deviceStates_.Include(DsPainting);
     SetChanging(false);

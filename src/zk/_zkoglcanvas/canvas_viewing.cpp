@@ -1,4 +1,5 @@
 #include <zk/_zkcomtypes/pointtext.h>
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkmath.h>
 #include <zk/_zkoglcanvas/canvas.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -43,7 +44,8 @@ class TZkOglCanvas::LightKeeper {
             if (!kept.light)
                 continue;
             kept.light->SetPosition(kept.position);
-            kept.light->SetDirection(kept.direction);
+            if (kept.light)
+                kept.light->SetDirection(kept.direction);
         }
     }
     LightKeeper(const LightKeeper&) = delete;
@@ -96,17 +98,15 @@ void TZkOglCanvas::SetBlickWinkel(double degrees) {
         TZKDevice::SetBlickWinkel(degrees);
         return;
     }
-    SetChanging(true);
-    {
+    const auto turn = [&] {
         const LightKeeper lights(*this);
         OGLTranslate(Auge());
         TZKDevice::SetBlickWinkel(degrees);
         // The angle is in degrees; that pi also selects the parallel projection is an old habit of this setter.
         SetprojectionMode(Equals(degrees, 0) || Equals(degrees, std::numbers::pi) ? 0 : 1);
         OGLTranslate(Mul(Auge(), -1.0));
-    }
-    OGLError();
-    SetChanging(false);
+    };
+    InBracket(*this, turn, OGLError);
 }
 
 void TZkOglCanvas::SetBlickWinkelOld(double degrees) {
@@ -186,9 +186,7 @@ void TZkOglCanvas::SetUnitsPerCm(double unitsPerCm) {
     const bool harmless = std::fabs(factor) > 1e-6 && std::fabs(factor) < 1e6;
     const bool placed = !Equals(TZKDevice::GetprojectionBAse().Origin, Nullxyz) || !lightList().empty();
     if (!harmless || (placed && factor != 1.0)) {
-        SetChanging(true);
-        rebuildModelView();
-        SetChanging(false);
+        InBracket(*this, [this] { rebuildModelView(); });
     } else {
         Refresh();
     }
@@ -267,8 +265,7 @@ void TZkOglCanvas::SetProjectionbase(const TBAse& base) {
     TZKDevice::SetProjectionbase(base);
     if (!context_)
         return;
-    SetChanging(true);
-    {
+    const auto move = [&] {
         const LightKeeper lights(*this);
         OGLTranslate(oldEye);
         TBAse scaled = base;
@@ -284,9 +281,8 @@ void TZkOglCanvas::SetProjectionbase(const TBAse& base) {
                             {scaled.XAxis.z, scaled.YAxis.z, scaled.ZAxis.z, 0},
                             {-scaled.Origin.x, -scaled.Origin.y, -scaled.Origin.z, 1}}});
         OGLTranslate(Mul(Auge(), -1.0));
-    }
-    OGLError();
-    SetChanging(false);
+    };
+    InBracket(*this, move, OGLError);
 }
 
 void TZkOglCanvas::rebuildModelView() {
@@ -309,24 +305,24 @@ void TZkOglCanvas::applyModelTransform() {
 }
 
 void TZkOglCanvas::SetTranslation(const TXYZ& by) {
-    SetChanging(true);
-    translation_ = by;
-    applyModelTransform();
-    SetChanging(false);
+    InBracket(*this, [&] {
+        translation_ = by;
+        applyModelTransform();
+    });
 }
 
 void TZkOglCanvas::SetDrehGerade(const TGerade& line) {
-    SetChanging(true);
-    drehGerade_ = line;
-    applyModelTransform();
-    SetChanging(false);
+    InBracket(*this, [&] {
+        drehGerade_ = line;
+        applyModelTransform();
+    });
 }
 
 void TZkOglCanvas::Setdrehwinkel(double degrees) {
-    SetChanging(true);
-    drehwinkel_ = degrees;
-    SetDrehGerade(drehGerade_);
-    SetChanging(false);
+    InBracket(*this, [&] {
+        drehwinkel_ = degrees;
+        SetDrehGerade(drehGerade_);
+    });
 }
 
 void TZkOglCanvas::Set_translation(const QString& text) {

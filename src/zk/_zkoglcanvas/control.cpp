@@ -54,9 +54,15 @@ void TZKOglControl::resize() {
     if (!self || !canvas_ || !canvas_->CheckCurrent())
         return;
     const QSize client = contentsRect().size().expandedTo({0, 0});  // the frame may take all the room, and more
-    const ChangeBracket bracket(canvas_);                           // two sizes, one repaint
-    canvas_->SetWidth(client.width());
-    canvas_->SetHeight(client.height());
+    const auto takeWidth = [&] { canvas_->SetWidth(client.width()); };
+    const auto takeHeight = [&] { canvas_->SetHeight(client.height()); };
+    const auto ifBound = [&](const auto& take) {
+        return [&] {
+            if (self && canvas_)
+                take();
+        };
+    };
+    InBracket(*canvas_, ifBound(takeWidth), ifBound(takeHeight));  // two sizes, one repaint
 }
 
 void TZKOglControl::resizeEvent(QResizeEvent* event) {

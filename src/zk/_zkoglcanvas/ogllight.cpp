@@ -28,31 +28,42 @@ TZKOglLight::~TZKOglLight() {
 }
 
 void TZKOglLight::SetZkOglCanvas(TZkOglCanvas* canvas) {
+    // Each of these may repaint, and user code then delete the light or the canvas.
+    const QPointer<TZKOglLight> self = this;
+    const QPointer<TZkOglCanvas> joined = canvas;
     const bool enabled = enabled_;
     if (canvas_)
         leaveCanvas();
-    if (!canvas)
+    if (!joined || !self)
         return;
     Tlight::SetEnabled(enabled);  // a light that goes from one canvas to another shines on
     canvas_ = canvas;
     FreeNotification(canvas);
     canvas->AddLight(this);
     SetEnabled(enabled_);
-    if (enabled_ && CheckCurrent())
+    if (self && enabled_ && CheckCurrent())
         Update();
-    Invalidate();
+    if (self)
+        Invalidate();
 }
 
 void TZKOglLight::leaveCanvas() {
-    TZkOglCanvas* const canvas = canvas_;
+    const QPointer<TZKOglLight> self = this;
+    const QPointer<TZkOglCanvas> canvas = canvas_;
+    const auto isBound = [&] { return self && canvas && canvas_ == canvas; };
     const ChangeBracket bracket(canvas);
+    if (!isBound())
+        return;
     try {
         if (enabled_)
             SetEnabled(false);
-        canvas->RemoveLight(this);
+        if (isBound())
+            canvas->RemoveLight(this);
     } catch (const std::exception&) {
         ShowMessage(QStringLiteral("error destroying light :") + QString::number(handle_ - GL_LIGHT0));
     }
+    if (!isBound())
+        return;
     RemoveFreeNotification(canvas);
     canvas_ = nullptr;
     // The numbers of the others close up: a light that joins later gets the number of its place, which must be free.
@@ -160,7 +171,10 @@ void TZKOglLight::SetEnabled(bool enabled) {
     if (enabled) {
         glEnable(GL_LIGHTING);
         glEnable(GLenum(handle_));
+        const QPointer<TZKOglLight> self = this;
         Update();
+        if (!self)
+            return;
     } else {
         glDisable(GLenum(handle_));
         OGLError();
@@ -250,23 +264,23 @@ void TZKOglLight::SetLightDirection(const QString& text) {
 void TZKOglLight::Update() {
     if (!CheckCurrent())
         return;
+    const QPointer<TZKOglLight> self = this;
     const ChangeBracket bracket(canvas_);
-    SetLightPosition(GetLightPosition());
-    OGLError();
-    SetLightDirection(GetLightDirection());
-    OGLError();
-    SetAmbient(GetAmbient());
-    OGLError();
-    SetDiffuse(GetDiffuse());
-    OGLError();
-    SetSpecular(GetSpecular());
-    OGLError();
-    setattenuation(GEtattenuation());
-    OGLError();
-    SetSpotCutOff(getSpotCutOff());
-    OGLError();
-    SetSpotExponent(getSpotExponent());
-    OGLError();
+    // After a surplus close the opening repaints, and so does every step: user code then may delete the light.
+    const auto step = [&self](const auto& set) {
+        if (!self)
+            return;
+        set();
+        OGLError();
+    };
+    step([this] { SetLightPosition(GetLightPosition()); });
+    step([this] { SetLightDirection(GetLightDirection()); });
+    step([this] { SetAmbient(GetAmbient()); });
+    step([this] { SetDiffuse(GetDiffuse()); });
+    step([this] { SetSpecular(GetSpecular()); });
+    step([this] { setattenuation(GEtattenuation()); });
+    step([this] { SetSpotCutOff(getSpotCutOff()); });
+    step([this] { SetSpotExponent(getSpotExponent()); });
 }
 
 // --- the properties of forms -----------------------------------------------------------------------------------------

@@ -137,11 +137,13 @@ void TOglTexture::Pass(TextureObjects& objects, const TTextureKind& kind) {
 
 void TOglTexture::SettextureKind(const TTextureKind& kind) {
     PrintLn(QStringLiteral("SetTextureKind"));
+    const Telling telling(*this);  // the bracket may repaint, and user code then delete the canvas
     const ChangeBracket bracket(canvas());
     TTexture::SettextureKind(kind);
 }
 
 void TOglTexture::SetPicture(const PicName& name) {
+    const Telling telling(*this);
     const ChangeBracket bracket(canvas());
     TTexture::SetPicture(name);
 }

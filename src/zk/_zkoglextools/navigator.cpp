@@ -196,11 +196,12 @@ void TZKOglNav::Notification(QObject* component, TOperation operation) {
 // The canvas gets the view, in one repaint.
 void TZKOglNav::showView() {
     update();
+    const QPointer<TZKOglNav> self = this;
     const ChangeBracket bracket(zkOglCanvas_);
-    if (!zkOglCanvas_)
+    if (!self || !zkOglCanvas_)
         return;
     zkOglCanvas_->SetProjectionbase(UpdateBase(GetBase()));
-    if (zkOglCanvas_)
+    if (self && zkOglCanvas_)
         zkOglCanvas_->Refresh();
 }
 
