@@ -106,4 +106,9 @@ TEST(BetweenDirections, BoundingRaysAreNeverInside) {
     EXPECT_FALSE(Between(up, up, right));
 }
 
+TEST(BetweenInts, BeyondThePeriodAnEndAtTheStartIsNotBetweenEither) {
+    EXPECT_FALSE(Between(10, 0, 0, 100));
+    EXPECT_FALSE(Between(10, 3, 3, 50));
+}
+
 }  // namespace

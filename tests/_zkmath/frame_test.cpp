@@ -218,6 +218,61 @@ TEST(FrameSplit, SetsTheFirstComponentThatIsPinnedDown) {
     EXPECT_NEAR(w, -1, 1e-14);
 }
 
+// A component next to nothing is not divided by, as the others would become enormous.
+TEST(FrameSplit, PassesOverWhatIsNextToNothing) {
+    struct Case {
+        TXYZ axis;
+        double angle;
+        int set;
+    };
+    const Case cases[]{{{5e-6, 1, 0}, Pi / 2, 1},
+                       {{5e-6, 0, 1}, Pi / 2, 2},
+                       {{0, 5e-6, 1}, Pi / 2, 2},
+                       {{5e-6, 5e-6, 1}, 1.2, 2},
+                       {{2, 1, 0}, 1.186, 0},
+                       {{2, 0, 1}, 1.186, 0},
+                       {{0, 2, 1}, 1.186, 1},
+                       {{1, 2, 0}, 1.186, 0},
+                       {{0, 1, 2}, 1.186, 1},
+                       {{2, 1, 0}, std::acos(0.375), 0},
+                       {{0, 2, 1}, std::acos(0.375), 1},
+                       {{2, 0, 1}, std::acos(0.375), 0}};
+    for (const Case& c : cases) {
+        TXYZ t;
+        TGerade g;
+        double w = 0;
+        BaseToTGW(Rotated(c.axis, c.angle, {1, 2, 3}), t, g, w);
+        const double components[3] = {g.Direction.x, g.Direction.y, g.Direction.z};
+        EXPECT_EQ(components[c.set], 1) << c.axis.x << "/" << c.axis.y << "/" << c.axis.z;
+        EXPECT_NEAR(std::fabs(w), c.angle, 1e-9);
+    }
+}
+
+// So small a turn pins down no component: the largest is set, and the first of equal ones.
+TEST(FrameSplit, OfATinyTurnTheLargestIsSet) {
+    TXYZ t;
+    TGerade g;
+    double w = 0;
+    const double angle = 1e-6;
+    BaseToTGW({Nullxyz, {1, 0, angle}, {0, 1, angle}, {-angle, -angle, 1}}, t, g, w);
+    EXPECT_EQ(g.Direction, (TXYZ{1, -1, 0}));
+    BaseToTGW({Nullxyz, {1, angle, angle}, {-angle, 1, 0}, {-angle, 0, 1}}, t, g, w);
+    EXPECT_EQ(g.Direction.y, 1);
+    EXPECT_EQ(g.Direction.z, -1);
+}
+
+TEST(FrameSplit, AHalfTurnHasAPositiveAngle) {
+    TXYZ t;
+    TGerade g;
+    double w = 0;
+    for (const TXYZ& axis : {Ex, Ey, Ez}) {
+        const auto side = [](double component) { return component == 0 ? -1.0 : 1.0; };
+        BaseToTGW({Nullxyz, {side(axis.x), 0, 0}, {0, side(axis.y), 0}, {0, 0, side(axis.z)}}, t, g, w);
+        EXPECT_EQ(g.Direction, axis);
+        EXPECT_EQ(w, Pi);
+    }
+}
+
 TEST(FrameSplit, RandomRotations) {
     std::mt19937 random(9);
     std::normal_distribution<double> number;

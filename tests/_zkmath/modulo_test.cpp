@@ -110,4 +110,12 @@ TEST(ModuloDouble, LiesInOnePeriodAndWholePeriodsAway) {
     }
 }
 
+// As near as it is where whole periods are subtracted one by one.
+TEST(ModuloDouble, LosesNoDigitsFarAway) {
+    EXPECT_NEAR(_modulo(150000.25, 1.0), 0.25, 6e-11);
+    EXPECT_NEAR(_modulo(-150000.25, 1.0), 0.75, 6e-11);
+    EXPECT_NEAR(_modulo(std::ldexp(1.0, 40), 1.0), 0, 1.01e-10);
+    EXPECT_NEAR(_modulo(-std::ldexp(1.0, 40), 1.0), 0, 1.01e-10);
+}
+
 }  // namespace

@@ -97,4 +97,11 @@ TEST(CrossSegments, NoNumbers) {
     EXPECT_FALSE(Meet({0, 0}, {1, 1}, {0, 1}, {1, NaN}).met);
 }
 
+TEST(CrossSegments, OnOneObliqueLine) {
+    ExpectMet(Meet({0, 0}, {2, 2}, {1, 1}, {5, 5}), 1, 0.25);
+    ExpectMet(Meet({0, 0}, {2, 4}, {5, 10}, {1, 2}), 1, 0.75);
+    ExpectMet(Meet({0, 0}, {4, 4}, {-1, -1}, {1, 1}), 0.25, 1);
+    EXPECT_FALSE(Meet({0, 0}, {2, 2}, {3, 3}, {5, 5}).met);
+}
+
 }  // namespace

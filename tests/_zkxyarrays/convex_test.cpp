@@ -151,6 +151,43 @@ TEST(DOConvex, InEachCoordinatePlane) {
         }
 }
 
+// Of the planes through two axes the face is seen in one that it has an area in, oblique ones and single triangles,
+// too.
+TEST(DOConvex, InPlanesThroughOneAxis) {
+    for (const double sign : {1.0, -1.0})
+        for (int axis = 0; axis < 3; ++axis)
+            for (const bool triangle : {false, true}) {
+                Poly face;
+                for (const TXY& p : {TXY{0, 0}, TXY{10, 0}, TXY{10, 1}, TXY{0, 1}}) {
+                    const double along = p.y, across = p.x, other = sign * p.x;
+                    face.push_back(axis == 0   ? TXYZ{along, across, other}
+                                   : axis == 1 ? TXYZ{across, along, other}
+                                               : TXYZ{across, other, along});
+                }
+                if (triangle)
+                    face.pop_back();
+                const Faces pieces = Pieces({face});
+                ASSERT_EQ(pieces.size(), 1U) << axis << " " << sign;
+                EXPECT_EQ(pieces[0].size(), face.size()) << axis << " " << sign;
+            }
+    for (const Poly& face : {Poly{{0, 0, 0}, {0, 1, 0}, {0, 0, 1}}, Poly{{0, 0, 0}, {1, 0, 0}, {0, 0, 1}}})
+        EXPECT_EQ(Pieces({face}).size(), 1U);
+}
+
+// How near a hole may come to the outline depends on the face's size, not on where it lies.
+TEST(DOConvex, FarAwayAHoleComesAsNearToTheOutline) {
+    const double at = 1048576, gap = std::ldexp(1.0, -28);
+    const Poly hole{{at + gap, at + 2, 0}, {at + gap, at + 4, 0}, {at + 2, at + 4, 0}, {at + 2, at + 2, 0}};
+    double area = 0, narrow = 0;
+    for (const Poly& piece : Pieces({Rect(at, at, 8, 8), hole})) {
+        area += AreaOf(piece).z;
+        for (const TXYZ& p : piece)
+            narrow = std::max(narrow, p.x == at + gap ? 1.0 : 0.0);
+    }
+    EXPECT_NEAR(area / 2, 64 - (2 - gap) * 2, 1e-10);
+    EXPECT_EQ(narrow, 1);
+}
+
 // A spike has no area, wherever the face lies and whichever way it points.
 TEST(DOConvex, SpikesInEveryDirection) {
     for (const TXY& at : {TXY{10, 10}, TXY{-30, 20}, TXY{0, 0}, TXY{-7, -9}})

@@ -315,6 +315,26 @@ TEST(SetOperation, HugeAndTinyTogether) {
     }
 }
 
+// Edges whose length is beyond all numbers.
+TEST(SetOperation, CrossingsOfEnormousEdgesAreWhereTheyBelong) {
+    const double wide = 1.2e308, narrow = 0.3e308, high = 1.5e308;
+    const Poly square{{-wide, -wide}, {wide, -wide}, {wide, wide}, {-wide, wide}};
+    const Poly strip{{-narrow, -high}, {narrow, -high}, {narrow, high}, {-narrow, high}};
+    const auto common = Combine(square, strip, false);
+    ASSERT_EQ(common.size(), 1u);
+    EXPECT_EQ(common[0].size(), 4u);
+    for (const TXY& p : common[0]) {
+        EXPECT_NEAR(std::fabs(p.x), narrow, 1e293);
+        EXPECT_NEAR(std::fabs(p.y), wide, 1e293);
+    }
+    const Poly slope{{-1.6e308, -0.8e308}, {1.6e308, 0.8e308}, {1.6e308, 1.6e308}, {-1.6e308, 1.6e308}};
+    const auto under = Combine(slope, {{0.4e308, -high}, {wide, -high}, {wide, high}, {0.4e308, high}}, false);
+    ASSERT_EQ(under.size(), 1u);
+    for (const TXY& p : under[0])
+        if (p.y < 1e308)
+            EXPECT_NEAR(p.y, p.x / 2, 1e293) << p.x;
+}
+
 TEST(SetOperation, ManyResultsAreNotTooManyWalks) {
     // Two combs: the intersection falls into more pieces than a trace that calls itself could follow.
     Poly comb{{0, 0}};
