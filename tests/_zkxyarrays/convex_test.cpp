@@ -116,6 +116,14 @@ TEST(DOConvex, AConvexFaceIsOnePieceAsItIs) {
     // With vertices that are no corners.
     const Poly straight{{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}};
     EXPECT_EQ(Pieces({straight}), Faces{straight});
+    // Many corners, in each of the directions, wherever the face lies.
+    for (const TXY& at : {TXY{0, 0}, TXY{-20, -30}, TXY{40, -3}, TXY{-3, 50}}) {
+        Poly octagon;
+        for (const TXY& p : {TXY{2, 0}, TXY{4, 0}, TXY{5, 0}, TXY{6, 1}, TXY{7, 2}, TXY{7, 3}, TXY{7, 5}, TXY{6, 6},
+                             TXY{5, 7}, TXY{4, 7}, TXY{2, 7}, TXY{1, 6}, TXY{0, 5}, TXY{0, 4}, TXY{0, 2}, TXY{1, 1}})
+            octagon.push_back({at.x + p.x, at.y + p.y, 0});
+        EXPECT_EQ(Pieces({octagon}), Faces{octagon}) << at.x << "/" << at.y;
+    }
     TlistOFxyzArray out;
     DOConvex(*Polygon3d(Square3d), out);
     DOConvex(*Polygon3d(Square3d), out);
