@@ -222,6 +222,34 @@ TEST_F(Navigator, ThePictureIsTheCube) {
     expectCube(nav->grab().toImage(), Unitbase, {90, 130});
 }
 
+TEST_F(Navigator, OnADarkPanelTheEdgesHaveTheColourOfText) {
+    const QColor text(10, 200, 30);
+    const auto pixels = [&](const QColor& panel, const QColor& wanted) {
+        QPalette palette;
+        palette.setColor(QPalette::Window, panel);
+        palette.setColor(QPalette::WindowText, text);
+        form.setPalette(palette);
+        QCoreApplication::processEvents();
+        const QImage picture = nav->grab().toImage();
+        int count = 0;
+        for (int y = 2; y < picture.height() - 2; ++y)
+            for (int x = 2; x < picture.width() - 2; ++x)
+                count += picture.pixelColor(x, y) == wanted;
+        return count;
+    };
+    nav->SetBounds(0, 0, 160, 120);
+    nav->DblClick();
+    form.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+    const int edges = pixels(Qt::white, Qt::black);
+    EXPECT_GT(edges, 200);
+    EXPECT_EQ(pixels(Qt::white, text), 0);
+    EXPECT_EQ(pixels(QColor(89, 89, 89), Qt::black), edges) << "3 to 1 is enough to be seen";
+    EXPECT_EQ(pixels(QColor(88, 88, 88), Qt::black), 0);
+    EXPECT_EQ(pixels(QColor(88, 88, 88), text), edges);
+    EXPECT_EQ(pixels(QColor(20, 22, 25), text), edges);
+}
+
 TEST_F(Navigator, AMoveWithoutAButtonDrawsTheSameAgain) {
     form.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));

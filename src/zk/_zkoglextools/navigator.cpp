@@ -25,8 +25,9 @@ namespace zk {
 namespace {
 
 constexpr double startUnitsPerCm = 25.0;
-constexpr double viewAngle = 30.0;  // degrees
-constexpr int keyStep = 10;         // pixels that an arrow key drags by
+constexpr double viewAngle = 30.0;   // degrees
+constexpr int keyStep = 10;          // pixels that an arrow key drags by
+constexpr int darkestForBlack = 89;  // of 255: on a darker ground black has a contrast below 3 to 1
 
 void addOutline(TlistOFxyzArray& list, std::initializer_list<TXYZ> points) {
     TXYZARRAY* outline = list.AddArray();
@@ -145,7 +146,9 @@ void TZKOglNav::Paint() {
     DrawingCanvas* const canvas = device_ ? device_->GetCanvas() : nullptr;
     if (!canvas)
         return;
-    canvas->SetPen(QPen(Qt::black, 1));
+    const QPalette& colors = palette();
+    const bool isDark = qGray(colors.color(QPalette::Window).rgb()) < darkestForBlack;
+    canvas->SetPen(QPen(isDark ? colors.color(QPalette::WindowText) : QColor(Qt::black), 1));
     device_->PolyPolyline3D(cubeEdges_);
     canvas->SetPen(QPen(Qt::red, 3));
     device_->PolyPolyline3D(groundEdges_);

@@ -81,7 +81,8 @@ class ZKOGLEXTOOLS_API TZKOglNav : public QWidget, public ComponentBase {
     /// Does nothing, by choice.
     void ClickSchraegriss();
 
-    /// Draws the cube's edges black and one pixel wide, its ground red and three pixels wide.
+    /// Draws the cube's edges black and one pixel wide, its ground red and three pixels wide. Where the palette makes
+    /// the panel so dark that black would hardly be seen, the edges have its text colour.
     virtual void Paint();
 
     void Notification(QObject* component, TOperation operation) override;
