@@ -152,6 +152,8 @@ void MainWindow::addProperties() {
     addDockWidget(Qt::RightDockWidgetArea, propertiesDock_);
     tabifyDockWidget(dock_, propertiesDock_);
     setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
+    setTabPosition(Qt::LeftDockWidgetArea, QTabWidget::North);
+    placeDocks();
     // Not every setter asks for a repaint: a sphere's resolution waits for the next one.
     connect(properties_, &PropertyPanel::Edited, this, [](QObject* component) {
         if (auto* shape = qobject_cast<TCustomShape*>(component))
@@ -159,6 +161,27 @@ void MainWindow::addProperties() {
     });
     followClicks(canvas_, control_);
     followClicks(motion_->Canvas(), motion_->Control());
+}
+
+// Behind the picture in the direction of reading. Dock areas are no layouts: they do not change sides by themselves.
+void MainWindow::placeDocks() {
+    const bool mirrored = isRightToLeft();
+    const Qt::DockWidgetArea other = mirrored ? Qt::RightDockWidgetArea : Qt::LeftDockWidgetArea;
+    if (dockWidgetArea(dock_) != other || dockWidgetArea(propertiesDock_) != other)
+        return;  // they stand right, or somebody has put them elsewhere
+    const bool propertiesInFront =
+        tabifiedDockWidgets(dock_).contains(propertiesDock_) && !propertiesDock_->visibleRegion().isEmpty();
+    const Qt::DockWidgetArea to = mirrored ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea;
+    for (QDockWidget* dock : {dock_, propertiesDock_})
+        addDockWidget(to, dock);
+    tabifyDockWidget(dock_, propertiesDock_);
+    (propertiesInFront ? propertiesDock_ : dock_)->raise();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange && propertiesDock_)
+        placeDocks();
 }
 
 void MainWindow::showPage() {

@@ -59,6 +59,7 @@ class MainWindow : public QMainWindow {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void layTiles(zk::TZKOglBox* floor);
@@ -67,6 +68,7 @@ class MainWindow : public QMainWindow {
     void connectMouse();
     void addThemes();
     void addProperties();
+    void placeDocks();
     void showPage();
     void followClicks(zk::TZkOglCanvas* canvas, zk::TZKOglControl* control);
     void select(QObject* component);

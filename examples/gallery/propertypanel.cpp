@@ -43,6 +43,7 @@ PropertyPanel::PropertyPanel(QWidget* parent)
     code_->setObjectName("code");
     code_->setReadOnly(true);
     code_->setTabChangesFocus(true);
+    code_->setLayoutDirection(Qt::LeftToRight);  // C++ runs so in every language
     code_->setLineWrapMode(QPlainTextEdit::NoWrap);
     code_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     code_->setPlaceholderText(tr("Nothing yet"));

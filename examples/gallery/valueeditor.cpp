@@ -43,6 +43,13 @@ void ValueEditor::adopt(QWidget* widget) {
     widget_ = widget;
     widget_->setFocusPolicy(Qt::StrongFocus);
     widget_->installEventFilter(this);
+    // Numbers with signs and slashes between them: they would be turned about where the language runs from right to
+    // left.
+    QWidget* text = widget->findChild<QLineEdit*>();
+    if (qobject_cast<QLineEdit*>(widget) || qobject_cast<QPlainTextEdit*>(widget))
+        text = widget;
+    if (text)
+        text->setLayoutDirection(Qt::LeftToRight);
 }
 
 // The wheel turns the sheet, and a value only where the keyboard is.
@@ -180,7 +187,10 @@ void ValueEditor::makeText() {
         line->setModified(false);
         Q_EMIT Edited(line->text());
     });
-    show_ = [line](const QVariant& value) { line->setText(value.toString()); };
+    show_ = [line](const QVariant& value) {
+        line->setText(value.toString());
+        line->setCursorPosition(0);  // a text that is too long shows its beginning
+    };
     adopt(line);
 }
 
