@@ -36,12 +36,22 @@ set(configure ${CMAKE_COMMAND} -G ${GENERATOR} -D CMAKE_CXX_COMPILER=${CXX} -D C
               -D CMAKE_BUILD_TYPE=)
 set(installed ${WORK}/moved)
 file(REMOVE_RECURSE ${WORK}/first ${installed} ${WORK}/consumer ${WORK}/inside ${WORK}/examples ${WORK}/gallery
-     ${WORK}/shared ${WORK}/documents)
+     ${WORK}/shared ${WORK}/documents ${WORK}/whole)
 
 foreach(component development libraries runtime)
   run("install ${component}" ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first --component ${component})
 endforeach()
 file(RENAME ${WORK}/first ${installed})
+
+# All of it, the components unnamed, stays below the prefix.
+run("install everything" ${CMAKE_COMMAND} -E env DESTDIR=${WORK}/whole ${CMAKE_COMMAND} --install ${BUILD} --prefix /prefix)
+file(GLOB_RECURSE files RELATIVE ${WORK}/whole ${WORK}/whole/*)
+list(LENGTH files count)
+list(FILTER files EXCLUDE REGEX "^prefix/")
+if(files OR count LESS 20)
+  message(FATAL_ERROR "of ${count} files these are installed elsewhere than below the prefix: ${files}")
+endif()
+file(REMOVE_RECURSE ${WORK}/whole)
 
 run("configure a consumer" ${configure} -S ${SOURCE}/tests/install/consumer -B ${WORK}/consumer
     -D CMAKE_PREFIX_PATH=${installed} -D GEOMETRY_ONLY=${GEOMETRY_ONLY} -D COMPILED=${WORK}/sources.txt)
