@@ -129,6 +129,9 @@ TEST(CopyOfAPart, PositionsBeyondThePolygon) {
     EXPECT_EQ(Part(Square, -0.5, -1), (std::vector<TXY>{{0, 0.5}, {0, 1}}));
     EXPECT_EQ(Part(Square, 1, NaN), (std::vector<TXY>{{1, 0}, {0, 0}}));
     EXPECT_EQ(Part(Square, Infinity, 0), (std::vector<TXY>{{0, 0}}));
+    // So little below zero that a whole turn more is a whole turn.
+    EXPECT_EQ(Part(Square, -1e-300, 0), (std::vector<TXY>{{0, 0}}));
+    EXPECT_EQ(Part(Square, 0, -1e-300), (std::vector<TXY>{{0, 0}}));
 }
 
 TEST(CopyOfAPart, OfFewPointsAndOntoItself) {
@@ -140,6 +143,7 @@ TEST(CopyOfAPart, OfFewPointsAndOntoItself) {
     TXYARRAY fresh;
     _Copy(*square, 1, 0, fresh);
     EXPECT_EQ(fresh.Count, 2);
+    EXPECT_EQ(Points(fresh), (std::vector<TXY>{{1, 1}, {0.5, 1}}));
     ArrayDispose(fresh);
 }
 
