@@ -16,7 +16,7 @@ namespace zk {
 /// What keeps a surface's native window alive and painted under Wayland, where Qt's plugin shows a child window only if
 /// its parent shows something, never tells the child that it is exposed, and lets it go with its top-level window. The
 /// top-level window is the parent here, and its events are taken. For the surface's own sources.
-class GlSurface::WaylandChild : public QObject {
+class ZK_INTERNAL GlSurface::WaylandChild : public QObject {
     Q_OBJECT
   public:
     /// Null under other window systems, and with `Workaround::WaylandChild` off. Before the surface's native window.
