@@ -80,7 +80,7 @@ class PickCorners : public ::testing::Test {
 
 const std::map<std::string, Drawing> drawings{
     {"sphere", [](TZkOglCanvas& canvas) { canvas.Sphere(2, 7); }},
-    {"fine sphere", [](TZkOglCanvas& canvas) { canvas.Sphere(2, 500); }},
+    {"finer sphere", [](TZkOglCanvas& canvas) { canvas.Sphere(2, 20); }},
     {"cylinder", [](TZkOglCanvas& canvas) { canvas.Cylinder(1.5, 0.5, 2, 5, 3); }},
     {"cone", [](TZkOglCanvas& canvas) { canvas.Cylinder(1.5, 0, 2, 9, 1); }},
     {"funnel", [](TZkOglCanvas& canvas) { canvas.Cylinder(0, 1.5, 2, 9, 4); }},
@@ -105,6 +105,18 @@ const std::map<std::string, Drawing> drawings{
 TEST_F(PickCorners, MeetWhatIsDrawn) {
     for (const auto& [name, draw] : drawings)
         EXPECT_GT(ExpectSamePicks(name, draw), 0) << name;
+}
+
+// GLU takes 239 slices at most.
+TEST_F(PickCorners, AsManySlicesAsGluTakes) {
+    for (const bool inArrays : {true, false}) {
+        SetOn(Workaround::SelectionCorners, inArrays);
+        drawing = [](TZkOglCanvas& canvas) { canvas.Disk(0, 2, 2'000'000'000, 1); };
+        EXPECT_TRUE(form.canvas->Select(150, 150));
+        drawing = [](TZkOglCanvas& canvas) { canvas.Sphere(2, 2'000'000'000); };
+        EXPECT_TRUE(form.canvas->Select(150, 150));
+    }
+    SetOn(Workaround::SelectionCorners, true);
 }
 
 TEST_F(PickCorners, RunTheSameWayRound) {
