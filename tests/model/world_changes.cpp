@@ -20,7 +20,8 @@ void World::bracket(Choices& choices) {
     const bool compiles = !canvas->autoCompile && hasContext(canvas) && !real->Context()->IsSizeNew();
     const std::vector<Event> events = paints(canvas) ? paintEvents(canvas) : std::vector<Event>();
     real->SetChanging(open);
-    if (compiles || !hasContext(canvas))
+    // A handler may have deleted the canvas, and what would have come after it does not.
+    if (canvas->object && (compiles || !hasContext(canvas)))
         expectEvents(events);
 }
 
