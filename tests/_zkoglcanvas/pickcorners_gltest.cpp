@@ -107,8 +107,8 @@ TEST_F(PickCorners, MeetWhatIsDrawn) {
         EXPECT_GT(ExpectSamePicks(name, draw), 0) << name;
 }
 
-// GLU takes 239 slices at most.
-TEST_F(PickCorners, AsManySlicesAsGluTakes) {
+// GLU divides by 239 at most, whatever it is asked for; without that bound a pick would not come to its end.
+TEST_F(PickCorners, ASubdivisionWithoutBoundsEnds) {
     for (const bool inArrays : {true, false}) {
         SetOn(Workaround::SelectionCorners, inArrays);
         drawing = [](TZkOglCanvas& canvas) { canvas.Disk(0, 2, 2'000'000'000, 1); };
