@@ -54,15 +54,16 @@ void TZKOglControl::resize() {
     if (!self || !canvas_ || !canvas_->CheckCurrent())
         return;
     const QSize client = contentsRect().size().expandedTo({0, 0});  // the frame may take all the room, and more
-    const auto takeWidth = [&] { canvas_->SetWidth(client.width()); };
-    const auto takeHeight = [&] { canvas_->SetHeight(client.height()); };
-    const auto ifBound = [&](const auto& take) {
-        return [&] {
-            if (self && canvas_)
-                take();
-        };
+    TZkOglCanvas* const canvas = canvas_;
+    const auto takeWidth = [&] {
+        if (canvas_ == canvas)
+            canvas->SetWidth(client.width());
     };
-    InBracket(*canvas_, ifBound(takeWidth), ifBound(takeHeight));  // two sizes, one repaint
+    const auto takeHeight = [&] {
+        if (canvas_ == canvas)
+            canvas->SetHeight(client.height());
+    };
+    InBracket(canvas, {this, canvas}, takeWidth, takeHeight);  // two sizes, one repaint
 }
 
 void TZKOglControl::resizeEvent(QResizeEvent* event) {

@@ -264,23 +264,16 @@ void TZKOglLight::SetLightDirection(const QString& text) {
 void TZKOglLight::Update() {
     if (!CheckCurrent())
         return;
-    const QPointer<TZKOglLight> self = this;
-    const ChangeBracket bracket(canvas_);
-    // After a surplus close the opening repaints, and so does every step: user code then may delete the light.
-    const auto step = [&self](const auto& set) {
-        if (!self)
-            return;
-        set();
-        OGLError();
-    };
-    step([this] { SetLightPosition(GetLightPosition()); });
-    step([this] { SetLightDirection(GetLightDirection()); });
-    step([this] { SetAmbient(GetAmbient()); });
-    step([this] { SetDiffuse(GetDiffuse()); });
-    step([this] { SetSpecular(GetSpecular()); });
-    step([this] { setattenuation(GEtattenuation()); });
-    step([this] { SetSpotCutOff(getSpotCutOff()); });
-    step([this] { SetSpotExponent(getSpotExponent()); });
+    const auto position = [this] { SetLightPosition(GetLightPosition()); };
+    const auto direction = [this] { SetLightDirection(GetLightDirection()); };
+    const auto ambient = [this] { SetAmbient(GetAmbient()); };
+    const auto diffuse = [this] { SetDiffuse(GetDiffuse()); };
+    const auto specular = [this] { SetSpecular(GetSpecular()); };
+    const auto attenuation = [this] { setattenuation(GEtattenuation()); };
+    const auto cutOff = [this] { SetSpotCutOff(getSpotCutOff()); };
+    const auto exponent = [this] { SetSpotExponent(getSpotExponent()); };
+    InBracket(canvas_, {this}, position, OGLError, direction, OGLError, ambient, OGLError, diffuse, OGLError, specular,
+              OGLError, attenuation, OGLError, cutOff, OGLError, exponent, OGLError);
 }
 
 // --- the properties of forms -----------------------------------------------------------------------------------------

@@ -243,17 +243,10 @@ void TZKOglScene::compileAndPlay() {
 void TZKOglScene::setAttributes(Tattributes* attributes) {
     if (!attributes || attributes == attributes_.get())
         return;
-    const QPointer<TZKOglScene> self = this;
-    const QPointer<Tattributes> from = attributes;
-    const ChangeBracket bracket(canvas_);
-    const auto step = [&](const auto& take) {
-        if (self && from)
-            take();
-    };
-    step([&] { attributes_->setPolyStyle(from->getPolyStyle()); });
-    step([&] { attributes_->SetMaterial(from->getMaterial()); });
-    step([&] { attributes_->SetTexture(from->getTexture()); });
-    step([&] { Invalidate(); });
+    InBracket(
+        canvas_, {this, attributes}, [&] { attributes_->setPolyStyle(attributes->getPolyStyle()); },
+        [&] { attributes_->SetMaterial(attributes->getMaterial()); },
+        [&] { attributes_->SetTexture(attributes->getTexture()); }, [&] { Invalidate(); });
 }
 
 Tmatrix TZKOglScene::TrfMAtrix() const {

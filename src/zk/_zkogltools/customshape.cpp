@@ -167,16 +167,12 @@ void TCustomShape::setAttributes(Tattributes* source) {
     // After a surplus close the opening repaints, and so may every step: user code then may delete the shape, or the
     // one that the attributes are of.
     const QPointer<TCustomShape> self = this;
-    const QPointer<Tattributes> from = source;
-    const auto step = [&](const auto& take) {
-        if (self && from)
-            take();
-    };
+    const StillAlive alive({this, source});
     SetChanging(true);
-    step([&] { attributes_->getPolyStyle()->SetMode(from->getPolyStyle()->GetMode()); });
-    step([&] { attributes_->getPolyStyle()->SetStyle(from->getPolyStyle()->GetStyle()); });
-    step([&] { attributes_->SetMaterial(from->getMaterial()); });
-    step([&] { attributes_->SetTexture(from->getTexture()); });
+    alive.Run([&] { attributes_->getPolyStyle()->SetMode(source->getPolyStyle()->GetMode()); },
+              [&] { attributes_->getPolyStyle()->SetStyle(source->getPolyStyle()->GetStyle()); },
+              [&] { attributes_->SetMaterial(source->getMaterial()); },
+              [&] { attributes_->SetTexture(source->getTexture()); });
     if (self)
         SetChanging(false);
 }
