@@ -5,6 +5,7 @@
 // Usage: peer_benchmark [objects...]; 10000 where none is given. With --picture FILE LIBRARY KIND OBJECTS, what one of
 // them draws.
 #include "peer.h"
+#include "ratios.h"
 #include "scene_inputs.h"
 
 #include <zk/host/glsurface.h>
@@ -38,7 +39,10 @@ constexpr std::array<const char*, measures> measureNames{"from nothing to the fi
                                                          "one recoloured, repaint",
                                                          "pick in the middle",
                                                          "pick beside everything",
-                                                         "memory, MiB"};
+                                                         "memory"};
+constexpr const char* unitOf(int measure) {
+    return measure == memory ? "MiB" : "ms";
+}
 using Measures = std::array<double, measures>;
 
 void tell(const Measures& values) {
@@ -189,7 +193,7 @@ Measures inAProcess(const std::string& self, int library, int kind, const std::s
 
 void table(const std::string& self, int kind, const std::string& count) {
     const std::vector<Library> all = libraries();
-    std::printf("%-42s", (count + " " + kinds[std::size_t(kind)].second + ", ms").c_str());
+    std::printf("%-42s", (count + " " + kinds[std::size_t(kind)].second).c_str());
     std::vector<Measures> values;
     for (std::size_t i = 0; i < all.size(); ++i) {
         std::printf(" %9s", all[i].name);
@@ -197,14 +201,20 @@ void table(const std::string& self, int kind, const std::string& count) {
     }
     std::printf("   ratio to the best of the others\n");
     for (int measure = 0; measure < measures; ++measure) {
-        std::printf("  %-40s", measureNames[std::size_t(measure)]);
+        const std::string what = measureNames[std::size_t(measure)];
+        std::printf("  %-40s", (what + ", " + unitOf(measure)).c_str());
         double best = std::numeric_limits<double>::infinity();
+        std::vector<Other> others;
         for (std::size_t i = 0; i < values.size(); ++i) {
             const double value = values[i][std::size_t(measure)];
             std::printf(" %9.3f", value);
-            if (i > 0)
-                best = std::min(best, value);
+            if (i == 0)
+                continue;
+            best = std::min(best, value);
+            others.emplace_back(all[i].name, value);
         }
+        NoteRow(count + " " + kinds[std::size_t(kind)].second, what, unitOf(measure), values[0][std::size_t(measure)],
+                others);
         std::printf("   %5.2f\n", values[0][std::size_t(measure)] / best);
     }
     std::fflush(stdout);

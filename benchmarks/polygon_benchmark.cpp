@@ -6,6 +6,7 @@
 // million steps, and there are thousands of small pieces.
 #include "earclipping.h"
 #include "polygon_inputs.h"
+#include "ratios.h"
 
 #include <zk/_zkmath/inside.h>
 #include <zk/_zkxyarrays.h>
@@ -252,8 +253,12 @@ void Row(const char* name, const Pair& pair) {
     const Result ours = Ours(pair);
     std::printf(" %13.1f ", ours.time);
     double best = 0;
-    for (const auto& peer : {Polyclipping(pair), Boost(pair), Geos(pair), Cgal(pair)}) {
+    std::vector<bench::Other> others;
+    const std::pair<const char*, std::optional<Result>> peers[]{
+        {"polyclipping", Polyclipping(pair)}, {"Boost", Boost(pair)}, {"GEOS", Geos(pair)}, {"CGAL", Cgal(pair)}};
+    for (const auto& [peerName, peer] : peers) {
         PrintCell(peer, ours.area);
+        others.emplace_back(peerName, peer ? peer->time : 0);
         if (peer && (best == 0 || peer->time < best))
             best = peer->time;
     }
@@ -261,6 +266,7 @@ void Row(const char* name, const Pair& pair) {
         std::printf(" %9.2f", ours.time / best);
     std::printf("\n");
     std::fflush(stdout);
+    bench::NoteRow(name, "intersection", "µs", ours.time, others);
 }
 
 void SetOperations() {
@@ -346,7 +352,13 @@ void ConvexPieces() {
         std::printf("%-34s %10.1f %8d %10.1f %8zu %8.2f %8.3f", name.c_str(), time, pieces, theirTime, theirs,
                     time / theirTime, pieces / static_cast<double>(theirs));
         double best = 0;
-        for (const auto& peer : {GeosTriangles(input), CgalTriangles(input)}) {
+        const auto geos = GeosTriangles(input);
+        const auto cgal = CgalTriangles(input);
+        bench::NoteRow(name, "convex pieces", "µs", time,
+                       {{"GEOS, triangles only", geos.value_or(0)}, {"CGAL, triangles only", cgal.value_or(0)}});
+        bench::NoteRow(name, "convex pieces", "µs", time, {{"ears, joined", theirTime}});
+        bench::NoteRow(name, "number of convex pieces", "", pieces, {{"ears, joined", static_cast<double>(theirs)}});
+        for (const auto& peer : {geos, cgal}) {
             if (!peer) {
                 std::printf(" %10s", "-");
                 continue;
@@ -390,9 +402,11 @@ void InsideTests() {
     });
     std::printf("\nOne inside test, 1,000 vertices, microseconds\nours %.3f", ours / 1000);
     double best = 0;
+    std::vector<bench::Other> others;
     const auto peer = [&](const char* name, double time) {
         std::printf(", %s %.3f", name, time / 1000);
         best = best == 0 ? time : std::min(best, time);
+        others.emplace_back(name, time / 1000);
     };
 #ifdef WITH_POLYCLIPPING
     {
@@ -452,6 +466,7 @@ void InsideTests() {
     if (best > 0)
         std::printf("; ratio to the fastest %.2f", ours / best);
     std::printf("%s\n", inside == 0 ? " (none inside)" : "");
+    bench::NoteRow("1,000 vertices", "inside test", "µs", ours / 1000, others);
 }
 
 // What one intersection of two stars of 50,000 vertices adds to the memory in use at its peak. It comes first, while

@@ -6,6 +6,7 @@
 // changes. It clears and shows the picture as often as the canvas does.
 //
 // Usage: scene_benchmark [objects...]; 1000 and 10000 where none is given.
+#include "ratios.h"
 #include "scene_inputs.h"
 
 #include <zk/_zkoglcanvas/rendercontext.h>
@@ -155,7 +156,10 @@ class ByHand {
     GLuint texture_ = 0;
 };
 
+std::string input;  // what the rows are about
+
 void row(const char* what, double ours, double byHand, const char* unit = "ms") {
+    NoteRow(input, what, unit, ours, {{"OpenGL by hand", byHand}});
     if (byHand > 0)
         std::printf("  %-34s %9.3f %9.3f %s  %5.2f\n", what, ours, byHand, unit, ours / byHand);
     else
@@ -179,6 +183,7 @@ void compare(Kind kind, const char* name, int count) {
     const double emptyRepaint = milliseconds(41, [&] { canvas.Refresh(); });
 
     std::printf("%d %s                           ZKOgl   by hand      ratio\n", count, name);
+    input = std::to_string(count) + " " + name;
 
     double compileByHand = 0;
     double repaintByHand = 0;
@@ -317,6 +322,7 @@ int main(int argc, char* argv[]) {
                 if (pclose(output) != 0)
                     return 1;
             }
+            input = count + " " + kinds[kind].name;
             row("memory", number("--memory", kind, count), number("--memory-by-hand", kind, count), "MiB");
         }
     }
