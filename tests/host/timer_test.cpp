@@ -1,6 +1,7 @@
 #include <zk/_zkxyz/message.h>
 #include <zk/host/timer.h>
 
+#include <QElapsedTimer>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -26,6 +27,41 @@ class TimerTest : public testing::Test {
     std::string take() { return std::exchange(ticks, {}); }
 
     std::string ticks;
+};
+
+/// Sleeps until it is woken, and counts.
+class Sleeper : public TTimer {
+  public:
+    using TTimer::TTimer;
+    ~Sleeper() override { AnnounceRemoval(); }
+    void Wake(bool awake) {
+        awake_ = awake;
+        Reconsider();
+    }
+    void Timer() override {
+        ++Ticks;
+        TTimer::Timer();
+    }
+    int Ticks = 0;
+    qint64 Slept = 0;
+
+  protected:
+    bool NeedsTicks() const override { return awake_; }
+    void Missed(qint64 ticks) override {
+        TTimer::Missed(ticks);
+        Slept += ticks;
+    }
+
+  private:
+    bool awake_ = false;
+};
+
+/// Fails at every tick.
+class Failing : public TTimer {
+  public:
+    using TTimer::TTimer;
+    ~Failing() override { AnnounceRemoval(); }
+    void Timer() override { throw std::runtime_error("no tick today"); }
 };
 
 }  // namespace
@@ -143,6 +179,40 @@ TEST_F(TimerTest, AnErrorOfAHandlerIsTold) {
     EXPECT_EQ(messages, (std::vector<std::string>{"out of time", "out of time", "out of time"}));
 }
 
+TEST_F(TimerTest, AnErrorOfAnOverrideIsToldToo) {
+    std::vector<std::string> messages;
+    const MessageHandler before = SetMessageHandler([&](const std::string& text) { messages.push_back(text); });
+    Failing timer;
+    timer.SetInterval(10);
+    TTimer::AdvanceTime(30);
+    SetMessageHandler(before);
+    EXPECT_EQ(messages, std::vector<std::string>(3, "no tick today"));
+    EXPECT_TRUE(timer.IsRunning()) << "the clock goes on";
+}
+
+TEST_F(TimerTest, WhatItSleepsThroughIsCounted) {
+    Sleeper timer;
+    timer.SetInterval(10);
+    EXPECT_FALSE(timer.IsRunning());
+    TTimer::AdvanceTime(35);
+    EXPECT_EQ(timer.Slept, 0) << "told when it wakes";
+    timer.Wake(true);
+    EXPECT_TRUE(timer.IsRunning());
+    EXPECT_EQ(timer.Slept, 3);
+    TTimer::AdvanceTime(4);
+    EXPECT_EQ(timer.Ticks, 0);
+    TTimer::AdvanceTime(1);
+    EXPECT_EQ(timer.Ticks, 1) << "at the same times as if it had not slept";
+    timer.Wake(false);
+    TTimer::AdvanceTime(10);
+    TTimer::DriveTime(true);  // it is: no new interval begins
+    TTimer::AdvanceTime(9);
+    timer.Wake(true);
+    TTimer::AdvanceTime(1);
+    EXPECT_EQ(timer.Slept, 4);
+    EXPECT_EQ(timer.Ticks, 2);
+}
+
 TEST_F(TimerTest, StandsStillWhileItsWindowCannotBeSeen) {
     QWidget window;
     auto* page = new QWidget(&window);
@@ -187,6 +257,23 @@ TEST_F(TimerTest, StandsStillWhileItsWindowCannotBeSeen) {
     TTimer::AdvanceTime(10);
     EXPECT_EQ(take(), "");
     other.show();
+    QCoreApplication::processEvents();
+    TTimer::AdvanceTime(10);
+    EXPECT_EQ(take(), "a");
+    timer.setParent(nullptr);
+}
+
+TEST_F(TimerTest, AWindowThatItComesIntoIsNoticedAtTheNextTick) {
+    QWidget window;
+    TTimer timer;
+    timer.SetInterval(10);
+    follow(timer, 'a');
+    timer.setParent(&window);  // Qt tells a child nothing of it
+    EXPECT_TRUE(timer.IsRunning());
+    TTimer::AdvanceTime(100);
+    EXPECT_EQ(take(), "");
+    EXPECT_FALSE(timer.IsRunning());
+    window.show();
     QCoreApplication::processEvents();
     TTimer::AdvanceTime(10);
     EXPECT_EQ(take(), "a");
@@ -244,4 +331,31 @@ TEST(TimerClock, RunsByTheClock) {
     hidden.show();
     EXPECT_TRUE(QTest::qWaitFor([&] { return ticks >= 3; }));
     unseen.setParent(nullptr);
+}
+
+TEST(TimerClock, AfterASleepTheIntervalIsWhole) {
+    Sleeper timer;
+    timer.SetInterval(400);
+    QTest::qWait(300);
+    timer.Wake(true);  // the first tick comes about 100 ms later
+    EXPECT_TRUE(QTest::qWaitFor([&] { return timer.Ticks >= 1; }));
+    QElapsedTimer since;
+    since.start();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return timer.Ticks >= 2; }));
+    EXPECT_GE(since.elapsed(), 300);
+}
+
+// The last interval ends between two looks at the clock every now and then.
+TEST(TimerClock, ASleepingTimerMayBeStoppedByItsIntervalAtAnyTime) {
+    Sleeper timer;
+    QElapsedTimer since;
+    since.start();
+    while (since.elapsed() < 200) {
+        timer.SetInterval(1000);
+        timer.SetInterval(0);
+        timer.SetInterval(1000);
+        timer.SetInterval(-1);
+    }
+    EXPECT_EQ(timer.Slept, 0);
+    EXPECT_FALSE(timer.IsRunning());
 }

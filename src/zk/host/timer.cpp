@@ -138,7 +138,7 @@ void TTimer::Reconsider() {
 
 void TTimer::CatchUp() {
     const qint64 late = now() - due_;
-    if (state_ != State::Asleep || late < 0)
+    if (state_ != State::Asleep || late < 0 || interval_ < 1)  // a new interval may have come first
         return;
     const qint64 ticks = late / interval_ + 1;
     due_ += ticks * interval_;
