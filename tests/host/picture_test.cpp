@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QtEndian>
 #include <gtest/gtest.h>
 
@@ -101,6 +102,34 @@ TEST_F(Picture, BitmapsOfManyKinds) {
     EXPECT_EQ(runs.pixelColor(15, 1), QColor(255, 0, 0));
 }
 
+// Their rows may hold pixels one by one, filled up to two bytes, and moves over pixels that keep the first color.
+TEST_F(Picture, RunLengthsWithPixelsOneByOneAndMoves) {
+    const QRgb red = qRgb(255, 0, 0);
+    const QRgb blue = qRgb(0, 0, 255);
+    QByteArray start = BmpRuns(4, {red, blue});
+    start.chop(2 * 4 + 2);
+    const auto pixelsOf = [&](const QByteArray& runs) {
+        const QImage picture = load("a.bmp", start + QByteArray::fromHex(runs));
+        std::vector<QRgb> pixels;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                pixels.push_back(picture.pixel(x, y));
+        return pixels;
+    };
+    // Of the pixels one by one "00 01" is no mark of the end.
+    EXPECT_EQ(pixelsOf("0003000101000100 0000 00020100 0301 0001"),
+              (std::vector<QRgb>{red, blue, blue, blue, red, blue, blue, red}));
+    EXPECT_TRUE(pixelsOf("0004010100010000 00020001").empty()) << "no mark of the end";
+    EXPECT_TRUE(pixelsOf("00040101").empty()) << "pixels are missing";
+
+    start[28] = 4;  // four bits for each pixel
+    start[30] = 2;
+    EXPECT_EQ(pixelsOf("000401000000 0401 0001"), (std::vector<QRgb>{red, blue, red, blue, red, blue, red, red}));
+    EXPECT_TRUE(pixelsOf("00040001 0000").empty()) << "no mark of the end";
+    start[30] = 4;  // a JPEG in a BMP
+    EXPECT_TRUE(pixelsOf("000401000000 0401 0001").empty());
+}
+
 TEST_F(Picture, JpegsOfBothKinds) {
     for (const bool progressive : {false, true}) {
         const QByteArray file = Jpeg(Gradient({128, 64}), progressive);
@@ -111,6 +140,29 @@ TEST_F(Picture, JpegsOfBothKinds) {
     EXPECT_FALSE(load("a.jpg", Jpeg(Gradient({64, 64}).convertToFormat(QImage::Format_Grayscale8), false)).isNull());
     EXPECT_FALSE(load("a.jpg", Jpeg(Gradient({64, 64}), false) + QByteArray(1000, 'x')).isNull())
         << "what follows the picture does not matter";
+}
+
+TEST_F(Picture, AJpegWhoseSegmentsDoNotFollowEachOther) {
+    QByteArray file = Jpeg(Gradient({16, 16}), false);
+    ASSERT_TRUE(ScansOfWholeJpeg(file).has_value());
+    file.insert(2, '\0');
+    EXPECT_EQ(ScansOfWholeJpeg(file), std::nullopt);
+    EXPECT_TRUE(load("a.jpg", file).isNull());
+    file[2] = '\xFF';  // segments may be filled up with these
+    EXPECT_EQ(ScansOfWholeJpeg(file), 1);
+    EXPECT_LE(distanceFromGradient(load("a.jpg", file)), 12);
+}
+
+TEST_F(Picture, OfAnIconWithABrokenImageTheOthersCount) {
+    QImage large(32, 32, QImage::Format_ARGB32);
+    large.fill(Qt::blue);
+    QImage small(16, 16, QImage::Format_ARGB32);
+    small.fill(Qt::red);
+    QByteArray file = Icon({small, large});
+    file[6 + 2 * 16 + 16 * 16 * 4 + 40 + 16 * 4 + 14] = 3;  // bits of a pixel of the second
+    const QImage picture = load("a.ico", file);
+    ASSERT_EQ(picture.size(), QSize(16, 16));
+    EXPECT_EQ(picture.pixelColor(5, 5), QColor(255, 0, 0));
 }
 
 TEST_F(Picture, OfAnIconTheLargestImageOverWhite) {
@@ -218,6 +270,27 @@ TEST_F(Picture, APictureInMemory) {
     clear.fill(Qt::transparent);
     EXPECT_EQ(ScaledToPowerOfTwo(clear).pixelColor(1, 1), QColor(255, 255, 255));
     EXPECT_TRUE(ScaledToPowerOfTwo(QImage(PictureLimits::Side + 1, 1, QImage::Format_Mono)).isNull());
+}
+
+// What the program for metafiles says is believed as far as it fits together.
+TEST_F(Picture, TheAnswerOfTheProgramIsChecked) {
+    const QString program = files.Path("program");
+    const auto answer = [&](const QByteArray& text) {
+        files.Write("program", "#!/bin/sh\ncat > /dev/null\nprintf '" + text + "'\n");
+        QFile(program).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        SetMetafileProgram(program);
+        const QImage picture = load("a.wmf", Wmf());
+        SetMetafileProgram(QString());
+        return picture;
+    };
+    const QImage two = answer("2 1\\nabcABC");
+    ASSERT_EQ(two.size(), QSize(2, 1));
+    EXPECT_EQ(two.pixel(0, 0), qRgb('a', 'b', 'c'));
+    EXPECT_EQ(two.pixel(1, 0), qRgb('A', 'B', 'C'));
+    for (const char* text : {"", "2 1", "2 1\\nabcAB", "2 1\\nabcABCD", "2\\nabcABC", "2 1 1\\nabcABC", "0 1\\n",
+                             "1 0\\n", "-1 -1\\nabc", "x y\\nabc", "1000000 1000000\\nabc", "99999999999 1\\nabc"})
+        EXPECT_TRUE(answer(text).isNull()) << text;
+    EXPECT_TRUE(answer("2 1\\nabcABC'; exit 1; echo '").isNull()) << "it says itself that it failed";
 }
 
 TEST_F(Picture, WithoutTheProgramNoMetafile) {

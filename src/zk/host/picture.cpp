@@ -50,7 +50,14 @@ class Reader {
     }
 
     QImageReader* operator->() { return &reader_; }
-    QImage Read() { return fits(reader_.size()) ? reader_.read() : QImage(); }
+    QImage Read() {
+        if (!fits(reader_.size()))
+            return {};
+        // Qt leaves the memory of pixels that run lengths leave out as it was: they get the first color.
+        QImage picture(reader_.size(), reader_.imageFormat());
+        picture.fill(0);
+        return reader_.read(&picture) ? picture : QImage();
+    }
 
   private:
     QBuffer buffer_;
