@@ -217,6 +217,25 @@ TEST_F(FormReadingTest, EveryFaultIsToldOnce) {
     }
 }
 
+TEST_F(FormReadingTest, AnObjectOfAnotherClassIsAFaultWhileAFormIsRead) {
+    Part* a = part("a", &form);
+    Part* b = part("b", &form);
+    a->setProperty("Next", QVariant::fromValue(b));
+    form.setObjectName(QStringLiteral("form"));
+    a->setProperty("Next", QVariant::fromValue(ComponentRef(&form)));
+    EXPECT_EQ(a->Next, b);
+    turn();
+    EXPECT_EQ(messages, QStringList{"a.Next = \"form\": this is a QWidget, not a zk::test::Part"});
+}
+
+TEST_F(FormReadingTest, ANameThatIsRefusedOutsideOfAFormIsTold) {
+    Part a(&form, QStringLiteral("a"));
+    EXPECT_NO_THROW(a.setProperty("Next", QStringLiteral("a")));
+    turn();
+    EXPECT_EQ(a.Next, nullptr);
+    EXPECT_EQ(messages, QStringList{"a.Next = \"a\": not itself"});
+}
+
 TEST_F(FormReadingTest, OutsideOfAFormErrorsAreRaisedAndDynamicPropertiesAreQtsOwn) {
     Part a(&form, QStringLiteral("a"));
     EXPECT_THROW(a.setProperty("Place", QStringLiteral("nowhere")), EConvertError);
@@ -257,6 +276,38 @@ TEST_F(FormReadingTest, ALoaderEndsItAndGetsTheFaults) {
     EXPECT_EQ(messages, QStringList());
 }
 
+TEST_F(FormReadingTest, ReadingsMayEndInAnotherOrder) {
+    FormReading outer;
+    Part a(&form, QStringLiteral("a"));
+    outer.Begin(a);
+    auto inner = std::make_unique<FormReading>();
+    Part b(&form, QStringLiteral("b"));
+    inner->Begin(b);
+    EXPECT_EQ(FormReading::Current(), inner.get());
+    EXPECT_TRUE(outer.End().empty());
+    EXPECT_EQ(a.TimesLoaded, 1);
+    EXPECT_EQ(b.TimesLoaded, 0);
+    EXPECT_EQ(FormReading::Current(), inner.get());
+    EXPECT_TRUE(inner->End().empty());
+    EXPECT_EQ(b.TimesLoaded, 1);
+    EXPECT_EQ(FormReading::Current(), nullptr) << "the outer one has ended";
+}
+
+TEST_F(FormReadingTest, ANameAfterTheEndIsWaitedForByNobody) {
+    FormReading reading;
+    Part a(&form);
+    Part b(&form, QStringLiteral("b"));
+    reading.Begin(b);
+    b.setProperty("Next", QByteArray("late"));
+    a.setObjectName(QStringLiteral("early"));
+    a.setObjectName(QString());
+    const std::vector<FormFault> faults = reading.End();
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_EQ(faults[0].Text(), QStringLiteral("b.Next = \"late\": there is no component of that name"));
+    a.setObjectName(QStringLiteral("late"));
+    EXPECT_EQ(b.Next, nullptr);
+}
+
 TEST_F(FormReadingTest, ALoaderThatLeavesNoneSilent) {
     Part a(&form);
     {
@@ -287,6 +338,24 @@ class Killer : public Part {
     }
     QPointer<QObject> Victim;
 };
+
+class Failing : public Part {
+  public:
+    using Part::Part;
+    void Loaded() override {
+        Part::Loaded();
+        throw EError("not today");
+    }
+};
+
+TEST_F(FormReadingTest, AnErrorOfLoadedIsToldAndKeepsNobodyElseFromBeingLoaded) {
+    part<Failing>("failing", &form);
+    Part* next = part("next", &form);
+    turn();
+    EXPECT_EQ(Part::Order, (QStringList{"failing", "next"}));
+    EXPECT_EQ(messages, QStringList{"not today"});
+    EXPECT_FALSE(next->ComponentState().testFlag(csLoading));
+}
 
 TEST_F(FormReadingTest, LoadedMayDeleteTheOthersAndTheForm) {
     auto* window = new QWidget;

@@ -266,17 +266,14 @@ void FormReading::Want(ComponentBase& component, const char* property, const QSt
     waiting_[name].append(key);
 }
 
-// True when the property took it.
-bool FormReading::apply(const Wanted& wanted, QObject* target) {
-    if (!wanted.component)
-        return false;
+// The component is there.
+void FormReading::apply(const Wanted& wanted, QObject* target) {
     try {
         wanted.component->setProperty(wanted.property, QVariant::fromValue(ComponentRef(target)));
-        return true;
     } catch (const std::exception& error) {
-        AddFault(Fault(FormFault::Kind::RefusedReference, *wanted.component, QString::fromLatin1(wanted.property),
-                       wanted.name, QString::fromUtf8(error.what())));
-        return false;
+        if (wanted.component)
+            AddFault(Fault(FormFault::Kind::RefusedReference, *wanted.component, QString::fromLatin1(wanted.property),
+                           wanted.name, QString::fromUtf8(error.what())));
     }
 }
 
@@ -336,8 +333,6 @@ void WriteReference(ComponentBase& component, const char* property, const Compon
         reading->Want(component, property, QString());
     const QPointer<QObject> self = component.AsObject();
     const auto fail = [&](FormFault::Kind kind, const QString& reason) {
-        if (!self)
-            return;
         const FormFault fault = FormReading::Fault(kind, *self, QString::fromLatin1(property), ref.Name(), reason);
         if (!FormReading::IsReading(component))
             throw EError(fault.Text().toStdString());

@@ -111,7 +111,7 @@ class ZKHOST_API FormReading : public QObject {
     void takeIn(QObject* root);
     void named(QObject* object);
     QObject* find(const QObject* scope, const QString& name, const QMetaObject* kind) const;
-    bool apply(const Wanted& wanted, QObject* target);
+    void apply(const Wanted& wanted, QObject* target);
     void applyRest();
     void loadAll();
     static void endBySelf(const QPointer<FormReading>& reading);
