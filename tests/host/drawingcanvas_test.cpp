@@ -135,6 +135,19 @@ TEST_F(DrawingCanvasTest, AnEllipseFillsItsBox) {
     EXPECT_EQ(count(red), 5);
 }
 
+TEST_F(DrawingCanvasTest, ABoxWithoutPixelsShowsNothing) {
+    for (const QRect& box : {QRect(5, 5, 0, 7), QRect(5, 5, 7, 0), QRect(5, 5, 0, 0)}) {
+        const int right = box.x() + box.width();
+        const int bottom = box.y() + box.height();
+        canvas.Ellipse(box.x(), box.y(), right, bottom);
+        canvas.Arc(box.x(), box.y(), right, bottom, 9, 9, 0, 0);
+        canvas.Chord(box.x(), box.y(), right, bottom, 9, 9, 0, 0);
+        canvas.FillRect(box);
+        canvas.DrawFocusRect(box);
+        EXPECT_EQ(count(grey), 400) << box.width() << " x " << box.height();
+    }
+}
+
 TEST_F(DrawingCanvasTest, AnArcRunsCounterClockwise) {
     // from the right to the top: the upper right quarter
     canvas.Arc(0, 0, 19, 19, 19, 9, 9, 0);

@@ -1,6 +1,7 @@
 #include <zk/host/shiftstate.h>
 
 #include <QMouseEvent>
+#include <QVariant>
 #include <gtest/gtest.h>
 
 using namespace zk;
@@ -43,4 +44,9 @@ TEST(ShiftState, ThePressedButtonIsHeldTheReleasedOneIsNot) {
 
 TEST(ShiftState, ADoubleClickIsMarked) {
     EXPECT_EQ(ssLeft | ssDouble, of(QEvent::MouseButtonDblClick, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+}
+
+TEST(ShiftState, AVariantHoldsIt) {
+    const QVariant state = QVariant::fromValue(ssShift | ssLeft);
+    EXPECT_EQ(ssShift | ssLeft, state.value<TShiftState>());
 }
