@@ -181,6 +181,26 @@ TEST(Attributes, AnObjectOfAnotherSetMovesOver) {
     EXPECT_TRUE(material.isNull());
 }
 
+TEST(Attributes, ObjectsOfEveryKindMoveOverFromASetThatListened) {
+    std::vector<QObject*> heard;
+    QObject receiver;
+    Tattributes one;
+    Tattributes two;
+    TPolyAttributes* const polyStyle = one.getPolyStyle();
+    TTexture* const texture = one.getTexture();
+    two.ReplacePolyStyle(polyStyle);
+    two.ReplaceTexture(texture);
+    EXPECT_EQ(nullptr, one.getPolyStyle());
+    EXPECT_EQ(nullptr, one.getTexture());
+    EXPECT_NE(nullptr, one.getMaterial());
+    EXPECT_EQ(polyStyle, two.getPolyStyle());
+    EXPECT_EQ(texture, two.getTexture());
+    two.HookChanges(&receiver, [&heard](QObject* sender) { heard.push_back(sender); });
+    polyStyle->SetMode(glline);
+    texture->SetVisible(true);
+    EXPECT_EQ((std::vector<QObject*>{polyStyle, texture}), heard);
+}
+
 TEST(Attributes, AnObjectThatWasGivenToSomeoneElseIsTheirs) {
     QObject someone;
     auto set = std::make_unique<Tattributes>();

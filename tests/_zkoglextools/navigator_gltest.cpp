@@ -135,6 +135,18 @@ TEST(NavigatorViews, TheMenuAndTheDoubleClickShowTheDesignedViews) {
     expectCube(form.panel(), form.nav->GetBase(), size);
 }
 
+TEST(NavigatorDrag, TheRepaintThatItCausesMayDeleteIt) {
+    NavForm form;
+    const QPointer<TZKOglNav> nav = form.nav;
+    form.canvas->SetAutoCompile(false);
+    QObject::connect(form.canvas, &TZkOglCanvas::OnBeforeCompile, [&nav] { delete nav; });
+    form.press({80, 60});
+    form.move({90, 60});
+    EXPECT_FALSE(nav);
+    EXPECT_EQ(form.steps, 0) << "nobody is left to tell of the turn";
+    EXPECT_NE(form.canvas->GetprojectionBAse().XAxis, Unitbase.XAxis);
+}
+
 TEST(NavigatorViews, TheMenuOpensWithTheRightButton) {
     NavForm form;
     auto* menu = form.nav->findChild<QMenu*>();

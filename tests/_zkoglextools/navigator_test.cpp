@@ -358,6 +358,18 @@ TEST_F(Navigator, WhatGoesIsForgotten) {
     delete last;
 }
 
+TEST_F(Navigator, WhatIsMadeIsNotTakenForWhatGoes) {
+    TZkOglCanvas canvas;
+    nav->SetZkOglCanvas(&canvas);
+    nav->Notification(&canvas, TOperation::opInsert);
+    EXPECT_EQ(nav->GetZkOglCanvas(), &canvas);
+    TZKCanvas3d* const device = nav->Device();
+    nav->Notification(device, TOperation::opInsert);
+    EXPECT_EQ(nav->Device(), device);
+    nav->Notification(device, TOperation::opRemove);
+    EXPECT_EQ(nav->Device(), nullptr);
+}
+
 TEST_F(Navigator, AnythingMayGoInItsEvent) {
     auto* canvas = new TZkOglCanvas(&form);
     nav->SetZkOglCanvas(canvas);

@@ -131,6 +131,31 @@ TEST(OglTimer, AnErrorOfAHandlerIsToldAndTheCountGoesOn) {
     EXPECT_EQ(messages.size(), 3U);
 }
 
+TEST(OglTimer, AHandlerMayDeleteItAtEachKindOfEvent) {
+    for (const int displacement : {2, 5}) {  // the event after the delay, and one of the period before it
+        const QPointer<TZkOglTimer> timer = new TZkOglTimer;
+        timer->SetEnabled(true);
+        timer->SetDisplacement(displacement);
+        timer->SetIntervals(3);
+        QObject::connect(timer, &TZkOglTimer::Ontimer, [&timer] { delete timer; });
+        int ticks = 0;
+        for (; timer && ticks < 100; ++ticks)
+            timer->Timer();
+        EXPECT_EQ(ticks, displacement == 2 ? 3 : 4);
+    }
+}
+
+TEST(Sequencer, WhatIsMadeIsNotTakenForWhatGoes) {
+    TZkOglSequencer clock;
+    TZkOglTimer timer;
+    timer.SetSequencer(&clock);
+    clock.Notification(&timer, TOperation::opInsert);
+    EXPECT_EQ(clock.IndexOfTimer(&timer), 0);
+    EXPECT_EQ(timer.GetSequencer(), &clock);
+    timer.Notification(&clock, TOperation::opInsert);
+    EXPECT_EQ(timer.GetSequencer(), &clock);
+}
+
 TEST(Sequencer, EachTimerIsRegisteredOnce) {
     TZkOglSequencer sequencer;
     TZkOglTimer a;

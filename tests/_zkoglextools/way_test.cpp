@@ -331,6 +331,17 @@ TEST_F(Way, MalformedPointsAreToldOnceAndStopIt) {
     messages.clear();
 }
 
+TEST_F(Way, MalformedPointsAreAnErrorOfTheTwoTimesThroughTheirPropertiesToo) {
+    way.SetData({"0/0/0", "1/0/0", "there"});
+    EXPECT_THROW(way.setProperty("TimerDelay", 200), EConvertError);
+    EXPECT_EQ(way.GetTimerDelay(), 200) << "the number is taken";
+    EXPECT_THROW(way.setProperty("HowLong", 3000), EConvertError);
+    EXPECT_EQ(way.GetHowLong(), 3000);
+    way.SetData(triangle);
+    EXPECT_TRUE(way.setProperty("HowLong", 4000));
+    EXPECT_DOUBLE_EQ(way.Step(), 3 * 200 / 4000.0);
+}
+
 TEST_F(Way, AnErrorOfAHandlerIsTold) {
     run(triangle, 3000);
     QObject::connect(&way, &TZKOglWay::OnTimer, [] { throw std::runtime_error("lost"); });

@@ -361,6 +361,28 @@ TEST_F(FormLoaderTest, PointsAreReadInEveryCountry) {
     QLocale::setDefault(before);
 }
 
+TEST_F(FormLoaderTest, OfTwoValuesOfAPropertyTheFirstCounts) {
+    load(component("TZKOglBox", "box",
+                   property("Length", "<double>2</double><double>3</double>") +
+                       property("Width", "<double>4<number>9</number></double>") + property("Height", "")));
+    EXPECT_EQ(find<TZKOglBox>("box")->GetA(), 2);
+    EXPECT_EQ(find<TZKOglBox>("box")->GetB(), 4) << "what stands in a value is none of it";
+    EXPECT_EQ(faults(), QStringList{"box.Height: this is no value of type double"});
+}
+
+TEST_F(FormLoaderTest, TruthIsTrueOrFalse) {
+    load(component("TZKOglBox", "a", property("Nohit", "<bool> true </bool>")) +
+         component("TZKOglBox", "b", property("Nohit", "<bool>yes</bool>")) +
+         component("TZKOglBox", "c", property("Visible", "<bool>false</bool>")) +
+         component("TZKOglBox", "d", property("Visible", "<bool>0</bool>")));
+    EXPECT_TRUE(find<TZKOglBox>("a")->GetNohit());
+    EXPECT_FALSE(find<TZKOglBox>("b")->GetNohit());
+    EXPECT_FALSE(find<TZKOglBox>("c")->GetVisible());
+    EXPECT_TRUE(find<TZKOglBox>("d")->GetVisible());
+    EXPECT_EQ(faults(), (QStringList{"b.Nohit = \"yes\": this is no value of type bool",
+                                     "d.Visible = \"0\": this is no value of type bool"}));
+}
+
 TEST_F(FormLoaderTest, WhatStandsInAComponentIsLeftOut) {
     load(component("TZKOglBox", "box",
                    R"(<widget class="QLabel" name="label"/><layout class="QVBoxLayout"/><attribute name="x"/>)" +
