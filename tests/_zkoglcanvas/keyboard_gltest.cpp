@@ -2,6 +2,7 @@
 #include "glform.h"
 #include "glstate.h"
 
+#include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
 #include <zk/host/glsurface.h>
 #include <zk/host/workarounds.h>
@@ -11,8 +12,10 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 using namespace zk;
 using namespace zk::test;
@@ -141,6 +144,63 @@ TEST_F(Keyboard, PlacesOfMoreThanTheFirstBufferHolds) {
     }
     form.canvas->SetChanging(false);
     EXPECT_EQ(form.canvas->Places().size(), 63U);
+}
+
+// Faces as lines and points, and what user code draws of either kind.
+TEST_F(Keyboard, PlacesOfLinesAndPoints) {
+    const auto near = [](const QRectF& a, const QRectF& b) {
+        return qAbs(a.left() - b.left()) < 0.1 && qAbs(a.top() - b.top()) < 0.1 && qAbs(a.right() - b.right()) < 0.1 &&
+               qAbs(a.bottom() - b.bottom()) < 0.1;
+    };
+    left->getAttributes()->getPolyStyle()->SetMode(glline);
+    right->getAttributes()->getPolyStyle()->SetMode(glpoint);
+    auto* drawn = new TZKOglShape(form.window.get());
+    GLenum what = GL_LINES;
+    QObject::connect(drawn, &TZkShape::OnPlay, [&] {
+        if (what == GL_BITMAP) {
+            const GLubyte bits[] = {0x80};
+            glRasterPos2d(-1, 2.5);
+            glBitmap(1, 1, 0, 0, 0, 0, bits);
+            const GLubyte pixel[] = {255, 0, 0, 255};
+            glRasterPos2d(1, 3.5);
+            glDrawPixels(1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
+            return;
+        }
+        glBegin(what);
+        glVertex2d(-1, 2.5);
+        glVertex2d(1, 3.5);
+        glEnd();
+    });
+    drawn->SetDisplayList(scene);
+    for (const GLenum kind : {GL_LINES, GL_LINE_STRIP, GL_LINE_LOOP, GL_POINTS, GL_BITMAP}) {
+        what = kind;
+        const std::vector<THitPlace> places = form.canvas->Places();
+        ASSERT_EQ(places.size(), 4U) << kind;
+        EXPECT_TRUE(near(places[0].Place, QRectF(30, 120, 60, 60))) << kind;
+        EXPECT_TRUE(near(places[2].Place, QRectF(210, 120, 60, 60))) << kind;
+        EXPECT_EQ(places[3].HitObject, drawn->HitName());
+        EXPECT_TRUE(near(places[3].Place, QRectF(120, 45, 60, 30))) << kind;
+    }
+    EXPECT_EQ(PendingError(*form.canvas), 0U);
+}
+
+TEST_F(Keyboard, HandlersMayDoAnythingWhilePlacesAreLookedFor) {
+    auto* drawn = new TZKOglShape(form.window.get());
+    std::function<void()> act;
+    QObject::connect(drawn, &TZkShape::OnPlay, form.window.get(), [&] {
+        if (form.canvas && form.canvas->IsSelecting() && act)
+            std::exchange(act, {})();
+    });
+    drawn->SetDisplayList(scene);
+    act = [&] { EXPECT_TRUE(form.canvas->Places().empty()) << "not from within"; };
+    EXPECT_EQ(form.canvas->Places().size(), 3U);
+    act = [&] { form.canvas->SetWinControl(nullptr); };
+    EXPECT_TRUE(form.canvas->Places().empty());
+    EXPECT_TRUE(form.canvas->Places().empty()) << "without a control there are none";
+    form.canvas->SetWinControl(form.control);
+    EXPECT_EQ(form.canvas->Places().size(), 3U);
+    act = [&] { delete std::exchange(form.canvas, nullptr); };
+    EXPECT_TRUE(form.canvas->Places().empty());
 }
 
 TEST_F(Keyboard, TabComesInAndLeavesAgain) {
@@ -284,6 +344,40 @@ TEST_F(Keyboard, TheFrameFollowsItsShapeAndGoesWithIt) {
     EXPECT_EQ(current(), "middle") << "the first one now";
 }
 
+TEST_F(Keyboard, AShapeOfWhichNextToNothingIsSeenHasNoFrame) {
+    left->Settranslation({-7 + 1 / 30.0, -1, -1});  // one pixel at the left edge
+    form.canvas->SetFocusFrame(HitTarget::NoHit);
+    const QImage before = form.Screen();
+    form.canvas->SetFocusFrame(left->HitName());
+    EXPECT_EQ(form.canvas->GetFocusFrame(), left->HitName());
+    EXPECT_TRUE(form.Screen() == before);
+    left->Settranslation({-4, -1, -1});
+    EXPECT_TRUE(framed(60));
+}
+
+TEST_F(Keyboard, AFrameThatIsSetWithoutAContextIsShownWithTheFirstPicture) {
+    form.canvas->SetWinControl(nullptr);
+    form.canvas->SetFocusFrame(middle->HitName());
+    EXPECT_EQ(form.canvas->GetFocusFrame(), middle->HitName());
+    form.canvas->SetWinControl(form.control);
+    GlForm::Settle();
+    EXPECT_TRUE(framed(150));
+}
+
+TEST_F(Keyboard, WithNothingToSeeTheFocusIsOnNoShape) {
+    for (TZKOglBox* box : {left, middle, right})
+        box->SetVisible(false);
+    focus();
+    EXPECT_EQ(current(), "none");
+    EXPECT_FALSE(form.control->ClickShape(left)) << "it cannot be seen";
+    EXPECT_FALSE(form.control->ClickShape(nullptr));
+    left->SetVisible(true);
+    EXPECT_TRUE(form.control->ClickShape(left));
+    EXPECT_EQ(told, (QStringList{"down left 1 8 60/150", "up left 1 0 60/150"}));
+    form.canvas->SetSelectEnabled(false);
+    EXPECT_FALSE(form.control->ClickShape(left));
+}
+
 TEST_F(Keyboard, OtherKeysGoToTheParent) {
     struct Parent : QObject {
         QList<int> keys;
@@ -392,4 +486,49 @@ TEST_F(Keyboard, AssistiveTechnologyFindsTheShapes) {
     EXPECT_EQ(view->childCount(), 2);
     form.canvas->SetWinControl(nullptr);
     EXPECT_EQ(view->childCount(), 0);
+}
+
+TEST_F(Keyboard, AssistiveTechnologyMayAskForAnything) {
+    QAccessibleInterface* view = QAccessible::queryAccessibleInterface(form.control);
+    QAccessibleInterface* shape = view->child(0);
+    ASSERT_TRUE(shape);
+    EXPECT_EQ(shape->childCount(), 0);
+    EXPECT_EQ(shape->child(0), nullptr);
+    EXPECT_EQ(shape->indexOfChild(view), -1);
+    EXPECT_EQ(shape->text(QAccessible::Help), QString());
+    EXPECT_EQ(shape->actionInterface()->actionNames(),
+              (QStringList{QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::setFocusAction()}));
+    EXPECT_EQ(shape->actionInterface()->keyBindingsForAction(QAccessibleActionInterface::pressAction()), QStringList());
+    EXPECT_EQ(shape->valueInterface(), nullptr);
+    EXPECT_EQ(view->child(-1), nullptr);
+    EXPECT_EQ(view->indexOfChild(view), -1) << "no child";
+    EXPECT_EQ(view->indexOfChild(nullptr), -1);
+
+    form.control->clearFocus();
+    EXPECT_EQ(view->focusChild(), nullptr);
+    focus(Qt::MouseFocusReason);
+    EXPECT_EQ(view->focusChild(), view) << "no shape is the current one";
+
+    EXPECT_EQ(view->text(QAccessible::Description), QString()) << "there is a picture";
+    form.control->setAccessibleName("scene");
+    form.control->setAccessibleDescription("three boxes");
+    EXPECT_EQ(view->text(QAccessible::Name), "scene");
+    EXPECT_EQ(view->text(QAccessible::Description), "three boxes");
+
+    form.control->setEnabled(false);
+    EXPECT_TRUE(shape->state().disabled);
+    shape->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(told, QStringList()) << "a control that is off";
+    form.control->setEnabled(true);
+    shape->actionInterface()->doAction("dance");
+    EXPECT_EQ(told, QStringList());
+
+    // A shape in no scene stands nowhere.
+    left->SetDisplayList(nullptr);
+    EXPECT_TRUE(shape->state().invalid);
+    EXPECT_EQ(shape->parent(), nullptr);
+    EXPECT_EQ(shape->rect(), QRect());
+    shape->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(told, QStringList());
+    EXPECT_EQ(view->indexOfChild(shape), -1);
 }

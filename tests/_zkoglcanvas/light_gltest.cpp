@@ -228,3 +228,26 @@ TEST(Light, AnErrorWhileItLeavesIsTold) {
     lights.clear();
     delete canvas;
 }
+
+// The earlier variant: only passed on, scaled before it is seen from the projection base, whose own origin counts.
+TEST(Light, TheOldPositionIsPassedAndNotStored) {
+    GlForm form;
+    TZKOglLight* light = addLight(form, false);
+    TBAse base = Unitbase;
+    base.Origin = {0.5, 0, -1};
+    form.canvas->SetProjectionbase(base);
+    const TXYZ before = light->GetPosition();
+    form.TakeSwaps();
+    {
+        const GlRecorder recorder;
+        light->SetPositionOld({1, 2, 3});
+        EXPECT_EQ(recorder.Calls(), Calls{}) << "a light that is off passes nothing";
+    }
+    light->SetEnabled(true);
+    form.TakeSwaps();
+    const GlRecorder recorder;
+    light->SetPositionOld({1, 2, 3});
+    EXPECT_EQ(recorder.CallsTo({"glLightfv"}), Calls{"glLightfv(GL_LIGHT0, GL_POSITION, {-0.3, 0.4, 1.6, 1})"});
+    EXPECT_EQ(light->GetPosition(), before);
+    EXPECT_EQ(form.TakeSwaps(), 2);
+}

@@ -334,6 +334,32 @@ TEST(MouseMoves, AControlThatGoesWhileOneWaitsIsLeftAlone) {
     }
 }
 
+TEST(MouseMoves, AReleaseBringsTheOneThatWaitsWhichMayDeleteTheControl) {
+    for (const bool deletes : {false, true}) {
+        GlForm form;
+        QStringList told;
+        QObject::connect(form.control, &TZKOglControl::OnMouseMove, [&](QObject*, TShiftState, int x, int y) {
+            told += QString("move %1/%2").arg(x).arg(y);
+            if (deletes) {
+                delete std::exchange(form.control, nullptr);
+            }
+        });
+        QObject::connect(
+            form.control, &TZKOglControl::OnMouseUp,
+            [&](QObject*, Qt::MouseButton, TShiftState, int x, int y) { told += QString("up %1/%2").arg(x).arg(y); });
+        TZKOglControl* const control = form.control;
+        const QPoint frame = control->contentsRect().topLeft();
+        for (const auto& [type, at] :
+             {std::pair(QEvent::MouseMove, QPointF(10, 20)), std::pair(QEvent::MouseButtonRelease, QPointF(30, 40))}) {
+            const QPointF place = at + frame;
+            QMouseEvent event(type, place, control->mapToGlobal(place),
+                              type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(control, &event);
+        }
+        EXPECT_EQ(told, deletes ? QStringList{"move 10/20"} : (QStringList{"move 10/20", "up 30/40"}));
+    }
+}
+
 // --- a bull's eye
 // -------------------------------------------------------------------------------------------------------
 

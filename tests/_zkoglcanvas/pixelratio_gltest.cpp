@@ -1,6 +1,9 @@
+#include "glcalls.h"
 #include "glform.h"
+#include "glrecorder.h"
 
 #include <zk/_zkdevice/canvas2d.h>
+#include <zk/host/glsurface.h>
 
 #include <QTest>
 #include <gtest/gtest.h>
@@ -128,4 +131,25 @@ TEST(PixelRatio, WhatIsDrawnOverThePictureIsInItsCoordinates) {
     EXPECT_TRUE(isRed(screen.pixelColor(int(99 * ratio) - 1, int(99 * ratio) - 1)));
     EXPECT_EQ(canvas->GetPixel(120, 120), 0x0000FFU);
     EXPECT_EQ(canvas->GetPixel(20, 120), 0U);
+}
+
+TEST(PixelRatio, ANewRatioSetsTheViewportAnew) {
+    GlForm form({200, 100});
+    const double ratio = form.control->devicePixelRatioF();
+    GlSurface* const surface = GlSurface::Find(form.control);
+    ASSERT_TRUE(surface);
+    const TRect viewport = form.canvas->getViewPort();
+    form.canvas->SetViewport({10, 20, 30, 40});
+    {
+        const GlRecorder recorder;
+        Q_EMIT surface->PixelRatioChanged();
+        EXPECT_EQ(recorder.CallsTo({"glViewport"}), Calls{QStringLiteral("glViewport(0, %1, %2, %2)")
+                                                              .arg(std::lround(-50 * ratio))
+                                                              .arg(200 * ratio)
+                                                              .toStdString()});
+    }
+    EXPECT_EQ(form.canvas->getViewPort(), viewport);
+    form.canvas->SetWinControl(nullptr);
+    Q_EMIT surface->PixelRatioChanged();
+    EXPECT_EQ(form.messages.Take(), QStringList());
 }

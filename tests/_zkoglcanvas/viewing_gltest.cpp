@@ -2,6 +2,7 @@
 #include "glform.h"
 #include "glrecorder.h"
 
+#include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
 
 #include <QMetaProperty>
@@ -293,6 +294,39 @@ TEST(Viewing, WithoutAContextTheSettersStore) {
     canvas.SetWidth(0);
     canvas.SetHeight(0);
     EXPECT_EQ(canvas.GetScale(), 2.0 * 45 / 180) << "a size of nothing keeps the scale";
+    canvas.SetClockWise(false);
+    EXPECT_FALSE(canvas.GetClockWise());
+    canvas.SetClockWise(true);
+    EXPECT_TRUE(canvas.GetClockWise());
+}
+
+TEST(Viewing, WithoutAContextWhatIsOpenGlsAloneIsNothing) {
+    TZkOglCanvas canvas;
+    const GlRecorder recorder;
+    canvas.SetmatrixMode(GL_PROJECTION);
+    EXPECT_EQ(canvas.GetmatrixMode(), 0);
+    canvas.SetRenderMode(GL_SELECT);
+    EXPECT_EQ(canvas.GetRenderMode(), 0);
+    canvas.SetOglModelMatrix(TranslationToMatrix3d({1, 2, 3}));
+    EXPECT_EQ(canvas.GetOglModelMatrix(), Identity);
+    canvas.Frustum(-1, 1, -1, 1, 1, 2);
+    canvas.SetBlickWinkelOld(30);
+    EXPECT_EQ(canvas.GetBlickwinkel(), 0);
+    canvas.BeginPaint();
+    canvas.EndPaint();
+    EXPECT_TRUE(canvas.Places().empty());
+    EXPECT_EQ(recorder.Calls(), Calls{});
+}
+
+TEST(Viewing, APaintingThatBeginsWithinAChangeDrawsNothing) {
+    GlForm form;
+    form.TakeSwaps();
+    const ChangeBracket bracket(form.canvas);
+    const GlRecorder recorder;
+    form.canvas->BeginPaint();
+    form.canvas->EndPaint();
+    EXPECT_EQ(recorder.Calls(), Calls{});
+    EXPECT_EQ(form.TakeSwaps(), 0);
 }
 
 // Published properties: names and order are those of stored forms.
