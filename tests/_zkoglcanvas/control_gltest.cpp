@@ -85,6 +85,10 @@ TEST(Control, TheFrameTakesItsShareOfTheClientArea) {
     EXPECT_EQ(form.control->contentsRect(), QRect(5, 5, 190, 90));
     form.control->SetBevelEdges(bevel::beLeft);
     EXPECT_EQ(form.control->contentsRect(), QRect(5, 0, 195, 100));
+    form.control->SetBevelEdges(bevel::beRight | bevel::beBottom);
+    EXPECT_EQ(form.control->contentsRect(), QRect(0, 0, 195, 95));
+    form.control->SetBevelEdges(bevel::beTop);
+    EXPECT_EQ(form.control->contentsRect(), QRect(0, 5, 200, 95));
     // Coordinates are those of the client area.
     form.control->SetBevelEdges(TBevelEdges(15));
     TZKOglScene* scene = form.AddScene();

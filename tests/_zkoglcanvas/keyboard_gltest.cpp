@@ -344,6 +344,46 @@ TEST_F(Keyboard, TheFrameFollowsItsShapeAndGoesWithIt) {
     EXPECT_EQ(current(), "middle") << "the first one now";
 }
 
+TEST_F(Keyboard, EveryKeyThatBringsTheFocusShowsTheFrame) {
+    for (const Qt::FocusReason reason : {Qt::BacktabFocusReason, Qt::ShortcutFocusReason}) {
+        focus(reason);
+        EXPECT_TRUE(framed(60)) << int(reason);
+        form.control->clearFocus();
+        EXPECT_FALSE(framed(60)) << int(reason);
+    }
+}
+
+TEST_F(Keyboard, ProgramsMayTakeTheCurrentShapeAway) {
+    focus();
+    QList<QObject*> changes;
+    QObject::connect(form.control, &TZKOglControl::OnCurrentShape, [&](QObject*, QObject* shape) { changes += shape; });
+    form.control->SetCurrentShape(nullptr);
+    EXPECT_EQ(current(), "none");
+    EXPECT_FALSE(framed(60));
+    key(Qt::Key_Space);
+    key(Qt::Key_Menu);
+    key(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(told, QStringList()) << "there is nothing to press";
+    key(Qt::Key_Left);
+    EXPECT_EQ(current(), "right") << "backwards from nowhere is the last one";
+    EXPECT_EQ(changes, (QList<QObject*>{nullptr, right}));
+}
+
+TEST_F(Keyboard, AKeyThatIsHeldPressesOnce) {
+    focus();
+    for (const Qt::Key held : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Menu, Qt::Key_F10}) {
+        const Qt::KeyboardModifiers modifiers = held == Qt::Key_F10 ? Qt::ShiftModifier : Qt::NoModifier;
+        QKeyEvent first(QEvent::KeyPress, held, modifiers);
+        QCoreApplication::sendEvent(form.control, &first);
+        EXPECT_EQ(told.size(), 2) << held;
+        QKeyEvent again(QEvent::KeyPress, held, modifiers, QString(), true);
+        QCoreApplication::sendEvent(form.control, &again);
+        EXPECT_TRUE(again.isAccepted()) << held;
+        EXPECT_EQ(told.size(), 2) << held;
+        told.clear();
+    }
+}
+
 TEST_F(Keyboard, AShapeOfWhichNextToNothingIsSeenHasNoFrame) {
     left->Settranslation({-7 + 1 / 30.0, -1, -1});  // one pixel at the left edge
     form.canvas->SetFocusFrame(HitTarget::NoHit);

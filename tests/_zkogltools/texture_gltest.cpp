@@ -285,6 +285,24 @@ TEST_F(Texture, AChangedFileIsSeenAfterItsPictureWasRemoved) {
     }
 }
 
+TEST_F(Texture, OfTwoPicturesTheOtherStaysWithOpenGl) {
+    GlForm form({300, 300});
+    TZKOglScene* scene = form.AddScene();
+    const QString first = four();
+    QImage green(2, 2, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    const QString second = files.Write("green.bmp", Bmp(green));
+    addPlane(form, scene, first)->Settranslation({-4, -2, 0});
+    addPlane(form, scene, second)->Settranslation({0, -2, 0});
+    form.canvas->Refresh();
+    GlRecorder recorder;
+    ZkRemoveTexture("four.bmp");
+    form.canvas->Refresh();
+    EXPECT_EQ(uploads(recorder), 1) << "the one that went, as it is still shown";
+    EXPECT_TRUE(looksLike(form.PixelAt({60, 180}), Qt::red));
+    EXPECT_TRUE(looksLike(form.PixelAt({210, 150}), Qt::green));
+}
+
 TEST_F(Texture, APictureThatGoesWhileItIsShownDoesNoHarm) {
     GlForm form({300, 300});
     TZKOglScene* scene = form.AddScene();

@@ -383,6 +383,33 @@ TEST_F(FormLoaderTest, TruthIsTrueOrFalse) {
                                      "d.Visible = \"0\": this is no value of type bool"}));
 }
 
+TEST_F(FormLoaderTest, ColorsAndPlacesHaveTheirLimits) {
+    const auto color = [](const QByteArray& attribute, const QByteArray& channels) {
+        return property("Attributes.Material.Ambient", "<color" + attribute + ">" + channels + "</color>");
+    };
+    const QByteArray channels = "<red>1</red><green>2</green><blue>255</blue>";
+    const auto place = [](const QByteArray& x, const QByteArray& width) {
+        return property("geometry",
+                        "<rect><x>" + x + "</x><y>4</y><width>" + width + "</width><height>6</height></rect>");
+    };
+    load(component("TZKOglBox", "a", color("", channels) + place("-16777216", "16777216")) +
+         component("TZKOglBox", "b", color(" alpha=\"256\"", channels) + place("16777217", "5")) +
+         component("TZKOglBox", "c", color(" alpha=\"half\"", channels) + place("here", "5")) +
+         component("TZKOglBox", "d", color("", channels + "<white>1</white>") + place("3", "-16777217")) +
+         component("TZKOglBox", "e", color("", "<red>-1</red>")));
+    EXPECT_EQ(find<TZKOglBox>("a")->getAttributes()->getMaterial()->ambientColor(), QColor(1, 2, 255));
+    EXPECT_EQ(find<TZKOglBox>("a")->geometry(), QRect(-16777216, 4, 16777216, 6));
+    const QRect unplaced = TZKOglBox().geometry();
+    for (const char* name : {"b", "c", "d", "e"}) {
+        EXPECT_EQ(find<TZKOglBox>(name)->geometry(), unplaced) << name;
+        EXPECT_NE(find<TZKOglBox>(name)->getAttributes()->getMaterial()->ambientColor(), QColor(1, 2, 255)) << name;
+    }
+    const QString path = QStringLiteral(".Attributes.Material.Ambient = \"");
+    const QString why = QStringLiteral("\": this is no value of type QColor");
+    EXPECT_EQ(faults(), (QStringList{"b" + path + "1/2/255" + why, "c" + path + "1/2/255" + why,
+                                     "d" + path + "1/2/255/1" + why, "e" + path + "-1" + why}));
+}
+
 TEST_F(FormLoaderTest, WhatStandsInAComponentIsLeftOut) {
     load(component("TZKOglBox", "box",
                    R"(<widget class="QLabel" name="label"/><layout class="QVBoxLayout"/><attribute name="x"/>)" +

@@ -385,6 +385,15 @@ TEST_F(FormReadingTest, ManyNamesThatWait) {
     EXPECT_EQ(last->TimesLoaded, 1);
 }
 
+TEST_F(FormReadingTest, AFaultThatComesTwiceIsOneLineAndAComponentWithoutANameIsItsClass) {
+    for (int i = 0; i < 2; ++i)
+        part("", &form)->setProperty("Next", QByteArray("nobody"));
+    part("a", &form)->setProperty("Next", QByteArray("nobody"));
+    turn();
+    EXPECT_EQ(messages, QStringList{"zk::test::Part.Next = \"nobody\": there is no component of that name\n"
+                                    "a.Next = \"nobody\": there is no component of that name"});
+}
+
 TEST_F(FormReadingTest, ManyFaultsAreOneMessageOfAFewLines) {
     for (int i = 0; i < 100; ++i)
         part(QByteArray::number(i), &form)->setProperty("Next", QByteArray(1000, 'x'));

@@ -142,6 +142,23 @@ TEST_F(Picture, JpegsOfBothKinds) {
         << "what follows the picture does not matter";
 }
 
+// Of the format's first version, whose header has sizes of 16 bits and palettes colors of three bytes.
+TEST_F(Picture, BitmapsOfTheFirstVersion) {
+    const QByteArray whole = QByteArray("BM") + QByteArray::fromHex(
+                                                    "30000000 00000000 20000000 0C000000 0400 0200 0100 0100"
+                                                    "FF0000 0000FF"      // blue, red
+                                                    "A0000000 50000000"  // the lower row first
+                                                    "0000000000000000");
+    const QImage picture = load("a.bmp", whole);
+    ASSERT_EQ(picture.size(), QSize(4, 2));
+    EXPECT_EQ(picture.pixel(0, 1), qRgb(255, 0, 0));
+    EXPECT_EQ(picture.pixel(1, 1), qRgb(0, 0, 255));
+    EXPECT_EQ(picture.pixel(0, 0), qRgb(0, 0, 255));
+    EXPECT_EQ(picture.pixel(1, 0), qRgb(255, 0, 0));
+    for (const qsizetype left : {qsizetype(25), qsizetype(31), qsizetype(36)})
+        EXPECT_TRUE(load("a.bmp", whole.left(left)).isNull()) << left;
+}
+
 TEST_F(Picture, AJpegWhoseSegmentsDoNotFollowEachOther) {
     QByteArray file = Jpeg(Gradient({16, 16}), false);
     ASSERT_TRUE(ScansOfWholeJpeg(file).has_value());
