@@ -4,6 +4,7 @@
 
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
+#include <zk/host/glsurface.h>
 
 #include <QOpenGLContext>
 #include <QTest>
@@ -152,6 +153,11 @@ TEST(Context, AnotherControlGetsTheSamePictureAndScenesKeepTheirOrder) {
     std::swap(form.control, second);
     GlForm::Settle();
     EXPECT_EQ(form.Screen(), before);
+}
+
+TEST(Context, NoControlHasNoSurface) {
+    EXPECT_EQ(GlSurface::Of(nullptr), nullptr);
+    EXPECT_EQ(GlSurface::Find(nullptr), nullptr);
 }
 
 TEST(Context, AnyWidgetWillDo) {

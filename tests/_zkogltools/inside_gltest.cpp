@@ -308,3 +308,33 @@ TEST(InsideOf, LeavesEverythingAsItWas) {
     scene->DoUpdateNow();
     EXPECT_EQ(answer, -1) << "not from within a repaint";
 }
+
+// User code runs while the needle is played.
+TEST(InsideOf, HandlersMayTakeTheControlAndTheCanvasAway) {
+    for (const bool deletes : {false, true}) {
+        GlForm form;
+        TZKOglScene* scene = form.AddScene();
+        TZKOglBox* box = form.AddBox(scene, 0x0000FF, {2, 2, 2}, {-1, -1, -1});
+        form.canvas->Refresh();
+        QObject::connect(box, &TZkShape::OnPlay, form.window.get(), [&] {
+            if (!form.canvas || !form.canvas->IsSelecting())
+                return;
+            if (deletes)
+                delete std::exchange(form.canvas, nullptr);
+            else
+                form.canvas->SetWinControl(nullptr);
+        });
+        TZkOglCanvas* const canvas = form.canvas;
+        const int answer = canvas->InsideOf({0, 0, 0});
+        EXPECT_EQ(answer, -1) << "nothing is known";
+        if (deletes) {
+            EXPECT_EQ(form.canvas, nullptr);
+            continue;
+        }
+        EXPECT_FALSE(canvas->IsSelecting());
+        EXPECT_TRUE(canvas->Hits().empty());
+        QObject::disconnect(box, &TZkShape::OnPlay, form.window.get(), nullptr);
+        canvas->SetWinControl(form.control);
+        EXPECT_EQ(canvas->InsideOf({0, 0, 0}), box->HitName());
+    }
+}

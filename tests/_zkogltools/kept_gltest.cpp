@@ -518,3 +518,27 @@ TEST(Kept, AShapeThatIsOnlyListedDrawsNothing) {
     EXPECT_EQ(form.PixelAt({150 + 15, 150 - 15}), QColor(0, 254, 0));
     EXPECT_EQ(form.PixelAt({150 + 15, 150 - 75}), QColor(0, 254, 0));
 }
+
+// What OpenGL makes of a turn about no line is its own affair, and so is where the shape is.
+TEST(Kept, AShapeThatTurnsAboutNoLineIsPlayed) {
+    GlForm form;
+    TZKOglScene* scene = form.AddScene();
+    TZKOglBox* box = form.AddBox(scene, 0x0000FF, {2, 2, 2}, {-1, -1, -1});
+    TZKOglBox* other = form.AddBox(scene, 0x00FF00, {1, 1, 1}, {3, 3, 0});
+    box->SetDrehGerade({{0, 0, 0}, {0, 0, 0}});
+    box->Setdrehwinkel(30);
+    GlRecorder recorder;
+    scene->Changed(nullptr);
+    EXPECT_EQ(recorder.Count("glRotated"), 2) << "there and back, at every compilation";
+    recorder.Clear();
+    scene->Changed(nullptr);
+    EXPECT_EQ(recorder.Count("glRotated"), 2);
+    EXPECT_TRUE(form.canvas->Select(150, 150));
+    EXPECT_EQ(form.canvas->Hits().front().HitObject, box->HitName());
+    EXPECT_TRUE(form.canvas->Select(255, 45));
+    EXPECT_EQ(form.canvas->Hits().front().HitObject, other->HitName());
+    box->Setdrehwinkel(0);
+    recorder.Clear();
+    scene->Changed(nullptr);
+    EXPECT_EQ(recorder.Count("glRotated"), 0) << "it is kept";
+}
