@@ -118,4 +118,19 @@ TEST(ListOfArrays, DestructionSurvivesAHandlerThatThrows) {
         std::runtime_error);
 }
 
+TEST(ListOfArrays, DestructionFreesWhatComesAfterAHandlerThatThrew) {
+    Messages messages;
+    int told = 0;
+    {
+        TlistOFXYArray list;
+        for (int i = 0; i < 3; ++i)
+            Arraysetcount(*list.AddArray(), 1000);
+        SetMessageHandler([&told](const std::string& text) {
+            ++told;
+            throw std::runtime_error(text);
+        });
+    }
+    EXPECT_EQ(told, 3);
+}
+
 }  // namespace

@@ -13,10 +13,13 @@ template <class A>
 class TArrayList : public TPointerList {
   public:
     ~TArrayList() override {
-        try {
-            TArrayList::Clear();
-        } catch (...) {
-            // Only a message handler can have thrown, and a destructor has nobody to tell.
+        while (Count() > 0) {
+            try {
+                TArrayList::Clear();
+            } catch (...) {
+                // Only a message handler can have thrown, when its array had gone. A destructor has nobody to tell, and
+                // goes on with the others.
+            }
         }
     }
 
