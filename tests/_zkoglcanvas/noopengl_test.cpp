@@ -3,6 +3,7 @@
 #include <zk/host/glsurface.h>
 #include <zk/host/message.h>
 
+#include <QAccessible>
 #include <QLabel>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -42,6 +43,7 @@ TEST(NoOpenGl, TheControlSaysWhatIsMissing) {
     EXPECT_EQ(label->geometry(), form.control->contentsRect());
     form.control->QWidget::resize(200, 100);
     EXPECT_EQ(label->geometry(), form.control->contentsRect());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(form.control)->text(QAccessible::Description), notice);
     // the words can be read: not all pixels of the control are alike
     const QImage image = form.control->grab().toImage();
     int different = 0;
