@@ -20,6 +20,21 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   endif()
 endif()
 
+# Qt's headers take most of the time in which the units are compiled. Only under sanitizers: the other builds show that each
+# header includes what it needs.
+if(ZKOGL_PRECOMPILE_HEADERS AND ZKOGL_SANITIZE AND NOT ZKOGL_GEOMETRY_ONLY)
+  file(WRITE ${PROJECT_BINARY_DIR}/headers/unit.cpp "")
+  add_library(zk_unit_headers OBJECT ${PROJECT_BINARY_DIR}/headers/unit.cpp)
+  target_link_libraries(zk_unit_headers PRIVATE Qt6::Widgets zk_options)
+  set_target_properties(zk_unit_headers PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_precompile_headers(zk_unit_headers PRIVATE
+    <algorithm> <array> <cmath> <cstdint> <functional> <limits> <map> <memory> <optional> <string> <vector>
+    <QColor> <QImage> <QPointer> <QScopeGuard> <QVariant> <QWidget>)
+endif()
+
 # Programs and libraries are found from each other's places, so that an installed tree can be moved.
 # zk_set_install_rpath(<target> <folder that it is installed to>)
 function(zk_set_install_rpath target folder)
@@ -79,6 +94,9 @@ function(zk_add_unit name)
   if(unit_QT)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     set(component Core)
+    if(TARGET zk_unit_headers)
+      target_precompile_headers(${name} REUSE_FROM zk_unit_headers)
+    endif()
   endif()
   zk_install_unit(${name} ${component} "${unit_INTERNAL}")
 endfunction()
@@ -115,34 +133,5 @@ function(zk_add_component name)
   set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
   if(ZKOGL_INSTALL)
     install(TARGETS ${target} EXPORT ZKOgl${name}Targets COMPONENT development)
-  endif()
-endfunction()
-
-# zk_add_test(<name> SOURCES <file>... [DEPENDS <unit or library>...] [QT] [ENVIRONMENT <NAME=value>...])
-#   One executable of the test runner. It leaves its counts as XML in the build folder's test-results, where `dev` adds
-#   them up.
-function(zk_add_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "QT" "" "SOURCES;DEPENDS;ENVIRONMENT")
-  add_executable(${name} ${test_SOURCES})
-  target_link_libraries(${name} PRIVATE ${test_DEPENDS} zk_options)
-  if(test_QT)
-    set_target_properties(${name} PROPERTIES AUTOMOC ON)
-  endif()
-  zk_run_test(${name} TARGET ${name} ENVIRONMENT ${test_ENVIRONMENT})
-endfunction()
-
-# zk_run_test(<name> TARGET <test executable> [FILTER <gtest filter>] [ENVIRONMENT <NAME=value>...])
-#   Runs an executable of zk_add_test once more, under another environment.
-function(zk_run_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "" "TARGET;FILTER" "ENVIRONMENT")
-  set(arguments "--gtest_output=xml:${PROJECT_BINARY_DIR}/test-results/${name}.xml")
-  if(test_FILTER)
-    list(APPEND arguments "--gtest_filter=${test_FILTER}")
-  endif()
-  add_test(NAME ${name} COMMAND ${test_TARGET} ${arguments})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${test_ENVIRONMENT}")
-  if("QT_QPA_PLATFORM=xcb" IN_LIST test_ENVIRONMENT)
-    # Tests look at the screen, so two of them cannot have windows on it at once, however many run in parallel.
-    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
   endif()
 endfunction()

@@ -330,9 +330,11 @@ TEST(SetOperation, CrossingsOfEnormousEdgesAreWhereTheyBelong) {
     const Poly slope{{-1.6e308, -0.8e308}, {1.6e308, 0.8e308}, {1.6e308, 1.6e308}, {-1.6e308, 1.6e308}};
     const auto under = Combine(slope, {{0.4e308, -high}, {wide, -high}, {wide, high}, {0.4e308, high}}, false);
     ASSERT_EQ(under.size(), 1u);
-    for (const TXY& p : under[0])
-        if (p.y < 1e308)
+    for (const TXY& p : under[0]) {
+        if (p.y < 1e308) {
             EXPECT_NEAR(p.y, p.x / 2, 1e293) << p.x;
+        }
+    }
 }
 
 TEST(SetOperation, ManyResultsAreNotTooManyWalks) {

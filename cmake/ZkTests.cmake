@@ -1,0 +1,87 @@
+# How tests are compiled and run.
+
+include_guard(GLOBAL)
+
+# Tests are compiled more often than they take time: quickly, and without what only a debugger needs. Those of the geometry
+# units go through thousands of polygons, and are compiled like the units.
+add_library(zk_test_options INTERFACE)
+target_link_libraries(zk_test_options INTERFACE zk_options)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(zk_test_options INTERFACE $<IF:$<CONFIG:Debug>,-O0,-O1> -g1)
+endif()
+
+if(NOT ZKOGL_GEOMETRY_ONLY)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+  # Qt tells each test its folders, which no test asks for. Without them all have the same definitions, which shared
+  # precompiled headers need.
+  set_property(TARGET Qt6::Test PROPERTY INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
+endif()
+if(ZKOGL_PRECOMPILE_HEADERS AND TARGET GTest::gtest AND NOT ZKOGL_GEOMETRY_ONLY)
+  file(WRITE ${PROJECT_BINARY_DIR}/headers/test.cpp "")
+  add_library(zk_test_headers OBJECT ${PROJECT_BINARY_DIR}/headers/test.cpp)
+  target_link_libraries(zk_test_headers PRIVATE GTest::gtest Qt6::Test Qt6::Widgets zk_test_options)
+  target_precompile_headers(zk_test_headers PRIVATE
+    <gtest/gtest.h>
+    <algorithm> <array> <cmath> <functional> <limits> <map> <memory> <optional> <random> <string> <vector>
+    <QApplication> <QImage> <QMouseEvent> <QPainter> <QPointer> <QTest> <QWidget>)
+endif()
+
+# Tests look at the screen: each has a virtual one of its own where there is xvfb-run, and runs beside others. Elsewhere they
+# share the user's, one after the other.
+find_program(ZKOGL_XVFB_RUN xvfb-run)
+
+# zk_reuse_test_headers(<target>...): for targets that know the test runner and Qt's.
+function(zk_reuse_test_headers)
+  if(TARGET zk_test_headers)
+    foreach(target IN LISTS ARGN)
+      target_precompile_headers(${target} REUSE_FROM zk_test_headers)
+    endforeach()
+  endif()
+endfunction()
+
+# zk_add_test(<name> SOURCES <file>... [DEPENDS <unit or library>...] [QT] [ENVIRONMENT <NAME=value>...] [COST <cost>])
+#   One executable of the test runner. It leaves its counts as XML in the build folder's test-results, where `dev` adds
+#   them up. What has a cost begins before the others, the dearest first.
+function(zk_add_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 test "QT" "COST" "SOURCES;DEPENDS;ENVIRONMENT")
+  add_executable(${name} ${test_SOURCES})
+  if(test_QT)
+    target_link_libraries(${name} PRIVATE ${test_DEPENDS} Qt6::Test zk_test_options)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    zk_reuse_test_headers(${name})
+  else()
+    target_link_libraries(${name} PRIVATE ${test_DEPENDS} zk_test_options)
+  endif()
+  zk_run_test(${name} TARGET ${name} ENVIRONMENT ${test_ENVIRONMENT})
+  if(test_COST)
+    set_tests_properties(${name} PROPERTIES COST ${test_COST})
+  endif()
+endfunction()
+
+# zk_run_test(<name> TARGET <test executable> [FILTER <gtest filter>] [ENVIRONMENT <NAME=value>...])
+#   Runs an executable of zk_add_test once more, under another environment.
+function(zk_run_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "TARGET;FILTER" "ENVIRONMENT")
+  set(arguments "--gtest_output=xml:${PROJECT_BINARY_DIR}/test-results/${name}.xml")
+  if(test_FILTER)
+    list(APPEND arguments "--gtest_filter=${test_FILTER}")
+  endif()
+  if("QT_QPA_PLATFORM=xcb" IN_LIST test_ENVIRONMENT)
+    zk_add_display_test(${name} COMMAND $<TARGET_FILE:${test_TARGET}> ${arguments})
+  else()
+    add_test(NAME ${name} COMMAND ${test_TARGET} ${arguments})
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${test_ENVIRONMENT}")
+endfunction()
+
+# zk_add_display_test(<name> COMMAND <program> <argument>...): a test that looks at the screen. It still wants
+# QT_QPA_PLATFORM=xcb in its environment.
+function(zk_add_display_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "COMMAND")
+  if(ZKOGL_XVFB_RUN)
+    add_test(NAME ${name} COMMAND ${ZKOGL_XVFB_RUN} -a -s "-screen 0 1280x1024x24" ${test_COMMAND})
+  else()
+    add_test(NAME ${name} COMMAND ${test_COMMAND})
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
+  endif()
+endfunction()
