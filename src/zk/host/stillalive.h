@@ -13,7 +13,7 @@ namespace zk {
 /// before the first step; a null pointer counts as an object that has gone.
 ///
 /// ```
-/// zk::StillAlive({box, scene}).Run([&] { box->SetA(2); }, [&] { box->SetDisplayList(scene); });
+/// zk::StillAlive({plane, scene}).Run([&] { plane->SetDisplayList(nullptr); }, [&] { plane->SetDisplayList(scene); });
 /// ```
 template <std::size_t N>
 class StillAlive {
