@@ -39,15 +39,15 @@ function(zk_reuse_test_headers)
   endif()
 endfunction()
 
-# zk_add_test(<name> SOURCES <file>... [DEPENDS <unit or library>...] [QT] [ENVIRONMENT <NAME=value>...] [COST <cost>])
-#   One executable of the test runner. It leaves its counts as XML in the build folder's test-results, where `dev` adds
+# zk_add_test(<name> SOURCES <file>... [DEPENDS <unit or library>...] [QT] [MOC] [ENVIRONMENT <NAME=value>...] [COST <cost>])
+#   One executable of the test runner. QT: it uses Qt; MOC: it has classes that moc must read, which takes its time. It leaves its counts as XML in the build folder's test-results, where `dev` adds
 #   them up. What has a cost begins before the others, the dearest first.
 function(zk_add_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "QT" "COST" "SOURCES;DEPENDS;ENVIRONMENT")
+  cmake_parse_arguments(PARSE_ARGV 1 test "QT;MOC" "COST" "SOURCES;DEPENDS;ENVIRONMENT")
   add_executable(${name} ${test_SOURCES})
   if(test_QT)
     target_link_libraries(${name} PRIVATE ${test_DEPENDS} Qt6::Test zk_test_options)
-    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    set_target_properties(${name} PROPERTIES AUTOMOC ${test_MOC})
     zk_reuse_test_headers(${name})
   else()
     target_link_libraries(${name} PRIVATE ${test_DEPENDS} zk_test_options)
