@@ -2,12 +2,15 @@
 
 include_guard(GLOBAL)
 
-# Tests are compiled more often than they take time: quickly, and without what only a debugger needs. Those of the geometry
-# units go through thousands of polygons, and are compiled like the units.
+# Compiling tests takes longer than running them: as they are, and without what only a debugger needs. Those of the geometry
+# units go through thousands of polygons, and are optimised a little where there are no sanitizers.
 add_library(zk_test_options INTERFACE)
+add_library(zk_geometry_test_options INTERFACE)
 target_link_libraries(zk_test_options INTERFACE zk_options)
+target_link_libraries(zk_geometry_test_options INTERFACE zk_options)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
-  target_compile_options(zk_test_options INTERFACE $<IF:$<CONFIG:Debug>,-O0,-O1> -g1)
+  target_compile_options(zk_test_options INTERFACE -O0 -g1)
+  target_compile_options(zk_geometry_test_options INTERFACE $<IF:$<CONFIG:Debug>,-O0,-O1> -g1)
 endif()
 
 if(NOT ZKOGL_GEOMETRY_ONLY)
@@ -50,7 +53,7 @@ function(zk_add_test name)
     set_target_properties(${name} PROPERTIES AUTOMOC ${test_MOC})
     zk_reuse_test_headers(${name})
   else()
-    target_link_libraries(${name} PRIVATE ${test_DEPENDS} zk_test_options)
+    target_link_libraries(${name} PRIVATE ${test_DEPENDS} zk_geometry_test_options)
   endif()
   zk_run_test(${name} TARGET ${name} ENVIRONMENT ${test_ENVIRONMENT})
   if(test_COST)
