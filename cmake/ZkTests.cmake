@@ -2,8 +2,8 @@
 
 include_guard(GLOBAL)
 
-# Compiling tests takes longer than running them: as they are, and without what only a debugger needs. Those of the geometry
-# units go through thousands of polygons, and are optimised a little where there are no sanitizers.
+# Compiling a test takes longer than running it: it is not optimised, and has line numbers for debuggers and no more. Those of
+# the geometry units go through thousands of polygons, and are optimised a little where there are no sanitizers.
 add_library(zk_test_options INTERFACE)
 add_library(zk_geometry_test_options INTERFACE)
 target_link_libraries(zk_test_options INTERFACE zk_options)
@@ -20,7 +20,7 @@ if(NOT ZKOGL_GEOMETRY_ONLY)
   set_property(TARGET Qt6::Test PROPERTY INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
 endif()
 if(ZKOGL_PRECOMPILE_HEADERS AND TARGET GTest::gtest AND NOT ZKOGL_GEOMETRY_ONLY)
-  file(WRITE ${PROJECT_BINARY_DIR}/headers/test.cpp "")
+  file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/headers/test.cpp CONTENT "")
   add_library(zk_test_headers OBJECT ${PROJECT_BINARY_DIR}/headers/test.cpp)
   target_link_libraries(zk_test_headers PRIVATE GTest::gtest Qt6::Test Qt6::Widgets zk_test_options)
   target_precompile_headers(zk_test_headers PRIVATE
@@ -43,8 +43,9 @@ function(zk_reuse_test_headers)
 endfunction()
 
 # zk_add_test(<name> SOURCES <file>... [DEPENDS <unit or library>...] [QT] [MOC] [ENVIRONMENT <NAME=value>...] [COST <cost>])
-#   One executable of the test runner. QT: it uses Qt; MOC: it has classes that moc must read, which takes its time. It leaves its counts as XML in the build folder's test-results, where `dev` adds
-#   them up. What has a cost begins before the others, the dearest first.
+#   One executable of the test runner. QT: it uses Qt; MOC: it has classes that moc must read, which takes its time. It leaves
+#   its counts as XML in the build folder's test-results, where `dev` adds them up. What has a cost begins before the others,
+#   the dearest first.
 function(zk_add_test name)
   cmake_parse_arguments(PARSE_ARGV 1 test "QT;MOC" "COST" "SOURCES;DEPENDS;ENVIRONMENT")
   add_executable(${name} ${test_SOURCES})

@@ -23,7 +23,7 @@ endif()
 # Qt's headers take most of the time in which the units are compiled. Only under sanitizers: the other builds show that each
 # header includes what it needs.
 if(ZKOGL_PRECOMPILE_HEADERS AND ZKOGL_SANITIZE AND NOT ZKOGL_GEOMETRY_ONLY)
-  file(WRITE ${PROJECT_BINARY_DIR}/headers/unit.cpp "")
+  file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/headers/unit.cpp CONTENT "")
   add_library(zk_unit_headers OBJECT ${PROJECT_BINARY_DIR}/headers/unit.cpp)
   target_link_libraries(zk_unit_headers PRIVATE Qt6::Widgets zk_options)
   set_target_properties(zk_unit_headers PROPERTIES
