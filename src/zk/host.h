@@ -13,5 +13,6 @@
 #include <zk/host/picture.h>
 #include <zk/host/propertypath.h>
 #include <zk/host/shiftstate.h>
+#include <zk/host/stillalive.h>
 #include <zk/host/timer.h>
 #include <zk/host/workarounds.h>
