@@ -35,6 +35,16 @@ if(ZKOGL_PRECOMPILE_HEADERS AND ZKOGL_SANITIZE AND NOT ZKOGL_GEOMETRY_ONLY)
     <QColor> <QImage> <QPointer> <QScopeGuard> <QVariant> <QWidget>)
 endif()
 
+# What uses Qt's headers and is part of no unit: a target whose headers nobody else includes.
+# zk_precompile_program_headers(<target>)
+function(zk_precompile_program_headers target)
+  if(ZKOGL_PRECOMPILE_HEADERS)
+    target_precompile_headers(${target} PRIVATE
+      <algorithm> <cmath> <functional> <memory> <optional> <vector>
+      <QApplication> <QHash> <QImage> <QPainter> <QPointer> <QTimer> <QVariant> <QWidget>)
+  endif()
+endfunction()
+
 # Programs and libraries are found from each other's places, so that an installed tree can be moved.
 # zk_set_install_rpath(<target> <folder that it is installed to>)
 function(zk_set_install_rpath target folder)

@@ -2,6 +2,7 @@
 // pyramid of the pick. Run once at each pixel ratio (QT_SCALE_FACTOR).
 #include "glform.h"
 #include "random.h"
+#include "rounds.h"
 
 #include <zk/_zkcomtypes/pointtext.h>
 #include <zk/_zkdevice/changebracket.h>
@@ -406,7 +407,7 @@ TEST(PickingProperty, TheShapesInTheColumnAreHitInTheirOrder) {
     int misses = 0;
     int undecided = 0;
     int ties = 0;
-    for (int round = 0; round < 24; ++round) {
+    for (int round = 0; round < Rounds(24); ++round) {
         const QSize size(160 + 2 * random.Below(100), 161 + random.Below(200));
         GlForm form(size);
         const double ratio = form.control->devicePixelRatioF();
@@ -486,8 +487,8 @@ TEST(PickingProperty, TheShapesInTheColumnAreHitInTheirOrder) {
                 return;
         }
     }
-    EXPECT_GT(hits, 3000);
-    EXPECT_GT(misses, 20000);
+    EXPECT_GT(hits, Rounds(3000));
+    EXPECT_GT(misses, Rounds(20000));
     EXPECT_LT(undecided, hits / 5);
-    EXPECT_GT(ties, 20);
+    EXPECT_GT(ties, Rounds(20));
 }

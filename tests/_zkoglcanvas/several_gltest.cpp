@@ -3,6 +3,7 @@
 #include "glrecorder.h"
 #include "glstate.h"
 #include "picturefiles.h"
+#include "rounds.h"
 
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -354,7 +355,7 @@ TEST_F(Several, WhenTheOneOffTurnGoesNothingIsSeenOfIt) {
 // --- from window to window
 // --------------------------------------------------------------------------------------------
 
-TEST_F(Several, AHundredMovesBetweenWindowsLeaveNothingBehind) {
+TEST_F(Several, ManyMovesBetweenWindowsLeaveNothingBehind) {
     GlForm form;
     GlForm other;
     other.window->move(420, 30);
@@ -369,7 +370,7 @@ TEST_F(Several, AHundredMovesBetweenWindowsLeaveNothingBehind) {
     ASSERT_EQ(expected.pixelColor(150, 150), red);
     const std::string objects = livingObjects(*form.canvas);
     double memory = 0;
-    for (int move = 1; move <= 100; ++move) {
+    for (int move = 1; move <= Rounds(100); ++move) {
         form.control = controls[move % 2];
         form.canvas->SetWinControl(form.control);
         for (int wait = 0; wait < 500 && form.Screen() != expected; ++wait)

@@ -2,6 +2,7 @@
 // ratio (QT_SCALE_FACTOR).
 #include "glform.h"
 #include "random.h"
+#include "rounds.h"
 
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -227,7 +228,7 @@ TEST(WtoPixel, AThousandStepsOfTheZoomDoNotLoseThePlace) {
     for (const double angle : {0.0, 30.0}) {
         GlForm form({300, 300});
         form.canvas->SetBlickWinkel(angle);
-        for (int i = 0; i < 1000; ++i) {
+        for (int i = 0; i < Rounds(1000); ++i) {
             const ChangeBracket bracket(i % 100 ? form.canvas : nullptr);
             form.canvas->SetZoomFactor(random.Between(0.3, 3));
         }

@@ -1,3 +1,5 @@
+#include "rounds.h"
+
 #include <zk/_zkoglextools/way.h>
 #include <zk/_zkxyz/errors.h>
 #include <zk/_zkxyz/message.h>
@@ -195,7 +197,7 @@ TEST_F(Way, TheDelayIsTheNearestDivisorAndTheClockTicksAsWanted) {
 }
 
 TEST_F(Way, TheDivisorSearchAgainstAPlainOne) {
-    for (std::int64_t n = 1; n <= 2000; ++n) {
+    for (std::int64_t n = 1; n <= test::Rounds(2000); ++n) {
         std::vector<std::int64_t> divisors;
         for (std::int64_t k = 1; k <= n; ++k)
             if (k * (n / k) == n)

@@ -4,6 +4,7 @@
 #include "glrecorder.h"
 #include "picturefiles.h"
 #include "random.h"
+#include "rounds.h"
 
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -308,7 +309,7 @@ TEST(Kept, GroupsStayAsLargeAsTheyAreMeantToBe) {
         for (int i = 0; i < 400; ++i)
             boxes.push_back(form.AddBox(scene, 0x0000FF, {0.3, 0.3, 0.3}, random.Point(4)));
     }
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < Rounds(600); ++i) {
         const auto at = std::size_t(random.Below(int(boxes.size())));
         delete boxes[at];
         boxes[at] = form.AddBox(scene, 0x0000FF, {0.3, 0.3, 0.3}, random.Point(4));

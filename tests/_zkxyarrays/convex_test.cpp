@@ -1,4 +1,5 @@
 #include "polygons.h"
+#include "rounds.h"
 
 #include <zk/_zkmath/inside.h>
 #include <zk/_zkmath/matrix.h>
@@ -352,7 +353,7 @@ TEST(DOConvex, SpikesAndBridges) {
 TEST(DOConvex, RandomFaces) {
     std::mt19937 random(6);
     std::size_t pieces = 0;
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < test::Rounds(400); ++round) {
         Faces faces{Ring(random, 3 + round % 80, {0, 0, 0}, round % 3 ? 0.95 : 0.3, 1)};
         if (round % 3)
             for (int i = 0; i < round % 7; ++i) {
@@ -414,7 +415,7 @@ TEST(DOConvex, InAnyPlaneAndSize) {
 
 TEST(DOConvex, WildInputEnds) {
     std::mt19937 random(9);
-    for (int round = 0; round < 1500; ++round) {
+    for (int round = 0; round < test::Rounds(1500); ++round) {
         Faces faces(1 + random() % 3);
         const int grid = 2 + static_cast<int>(random() % 6);
         for (Poly& p : faces) {
@@ -444,7 +445,7 @@ TEST(DOConvex, NumbersBeyondReasonEnd) {
                               2};
     std::mt19937 random(10);
     std::size_t pieces = 0;
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < test::Rounds(3000); ++round) {
         Faces faces(1 + random() % 3);
         // Every other round without those that leave no pieces.
         const std::size_t first = round % 2 ? 4 : 0;
@@ -461,7 +462,7 @@ TEST(DOConvex, NumbersBeyondReasonEnd) {
                 ASSERT_TRUE(std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z));
         }
     }
-    EXPECT_GT(pieces, 2000u);
+    EXPECT_GT(pieces, std::size_t(test::Rounds(2000)));
 }
 
 // --- cases as files ---

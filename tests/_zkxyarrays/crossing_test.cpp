@@ -1,4 +1,5 @@
 #include "polygons.h"
+#include "rounds.h"
 
 #include <zk/_zkmath/modulo.h>
 #include <zk/_zkmath/segment.h>
@@ -353,7 +354,7 @@ TEST(Cross, IsThePlainRoutineOnStars) {
     std::mt19937 random(3);
     std::uniform_real_distribution<double> place(-1.2, 1.2);
     int crossings = 0;
-    for (int round = 0; round < 600; ++round) {
+    for (int round = 0; round < test::Rounds(600); ++round) {
         const auto a = Star(random, 3 + round % 60, {0, 0}, 0.3, 1);
         const auto b = Star(random, 3 + round % 47, {place(random), place(random)}, 0.3, 1);
         ASSERT_TRUE(SameAsPlain(a, b, round % 3 != 0)) << round;
@@ -361,12 +362,12 @@ TEST(Cross, IsThePlainRoutineOnStars) {
         Cross(*Polygon(a), *Polygon(b), list, true);
         crossings += list.Count();
     }
-    EXPECT_GT(crossings, 3000);
+    EXPECT_GT(crossings, test::Rounds(3000));
 }
 
 TEST(Cross, IsThePlainRoutineOnAGrid) {
     std::mt19937 random(5);
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < test::Rounds(3000); ++round) {
         const auto make = [&] {
             std::vector<TXY> poly(2 + random() % 30);
             for (TXY& p : poly)

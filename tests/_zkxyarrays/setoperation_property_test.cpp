@@ -4,7 +4,9 @@
 // shared). So each crossing point is off by up to 1e-7 of the size, and thousands of small pieces add that up: on two
 // combs of 200 teeth its union and intersection together miss 0.002 of 7,500. The sharper statement is therefore the
 // one about the sum: union and intersection have the area of the two inputs.
+#include "otherlibrary.h"
 #include "polygons.h"
+#include "rounds.h"
 
 #include <zk/_zkxyarrays/setoperation.h>
 #include <zk/_zkxyz/message.h>
@@ -12,9 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <boost/geometry.hpp>
-#include <boost/geometry/geometries/point_xy.hpp>
-#include <boost/geometry/geometries/polygon.hpp>
 #include <cmath>
 #include <functional>
 #include <random>
@@ -22,9 +21,6 @@
 namespace {
 
 using namespace zk;
-namespace bg = boost::geometry;
-using Point = bg::model::d2::point_xy<double>;
-using BoostPolygon = bg::model::polygon<Point>;
 using Poly = std::vector<TXY>;
 
 class SetOperationProperty : public ::testing::Test {
@@ -75,18 +71,9 @@ class SetOperationProperty : public ::testing::Test {
             Poly p = Star(n, {grid / 2.0, grid / 2.0}, 0.2 * grid, 0.7 * grid);
             for (TXY& v : p)
                 v = {std::round(v.x), std::round(v.y)};
-            if (bg::is_valid(ToBoost(p)))
+            if (other::IsValid(p))
                 return p;
         }
-    }
-
-    // Brought to a size around one by a power of two, which changes no digit.
-    static BoostPolygon ToBoost(const Poly& p, int shift = 0) {
-        BoostPolygon polygon;
-        for (const TXY& v : p)
-            bg::append(polygon.outer(), Point(std::ldexp(v.x, shift), std::ldexp(v.y, shift)));
-        bg::correct(polygon);
-        return polygon;
     }
 
     // Counter-clockwise positive; seen from the first vertex, so that it is exact also far from the origin.
@@ -116,7 +103,7 @@ class SetOperationProperty : public ::testing::Test {
 
     using Pair = std::pair<Poly, Poly>;
     void Check(int rounds, double closeness, const std::function<Pair()>& make) {
-        for (int round = 0; round < rounds; ++round) {
+        for (int round = 0; round < test::Rounds(rounds); ++round) {
             auto [a, b] = make();
             if (Whole(2))
                 std::ranges::reverse(a);
@@ -133,12 +120,8 @@ class SetOperationProperty : public ::testing::Test {
                         size = std::max({size, std::fabs(v.x), std::fabs(v.y)});
                 const int shift = toUnit ? -std::ilogb(size) : 0;
                 const double unit = std::ldexp(sum, 2 * shift);
-                bg::model::multi_polygon<BoostPolygon> theirs;
-                bg::intersection(ToBoost(a, shift), ToBoost(b, shift), theirs);
-                ASSERT_NEAR(common / sum, bg::area(theirs) / unit, 1e-7) << "round " << round;
-                theirs.clear();
-                bg::union_(ToBoost(a, shift), ToBoost(b, shift), theirs);
-                ASSERT_NEAR(united / sum, bg::area(theirs) / unit, 1e-7) << "round " << round;
+                ASSERT_NEAR(common / sum, other::CommonArea(a, b, shift) / unit, 1e-7) << "round " << round;
+                ASSERT_NEAR(united / sum, other::UnitedArea(a, b, shift) / unit, 1e-7) << "round " << round;
             }
         }
     }
@@ -262,10 +245,9 @@ TEST_F(SetOperationProperty, SmallOnAnEdgeOfLarge) {
         };
         // off is measured to the left, where beside is measured to.
         const Poly half{place(-3, 0), place(3, 0), place(3, 3), place(-3, 3)};
-        bg::model::multi_polygon<BoostPolygon> theirs;
-        bg::intersection(ToBoost(here), ToBoost(half), theirs);
         const double area = std::fabs(Area(small)) * Near * Near;
-        ASSERT_NEAR(AreaOf(large, small, false) * Near * Near / area, bg::area(theirs) / area, 1e-6) << round;
+        ASSERT_NEAR(AreaOf(large, small, false) * Near * Near / area, other::CommonArea(here, half) / area, 1e-6)
+            << round;
     }
 }
 

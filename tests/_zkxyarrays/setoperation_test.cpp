@@ -1,4 +1,5 @@
 #include "polygons.h"
+#include "rounds.h"
 
 #include <zk/_zkmath/inside.h>
 #include <zk/_zkxyarrays/exact.h>
@@ -191,7 +192,7 @@ TEST(SetOperation, PolygonsThatCrossThemselves) {
 // Polygons that cross and overlap themselves and each other in every way, also on a stretch that they share.
 TEST(SetOperation, OnWildGridsItIsRight) {
     std::mt19937 random(12);
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < test::Rounds(4000); ++round) {
         const int grid = 2 + static_cast<int>(random() % 6);
         const double step = round % 2 == 0 ? 1 : 0.1;
         const unsigned most = round % 50 == 0 ? 50 : 12;

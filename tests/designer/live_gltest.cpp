@@ -1,5 +1,6 @@
 // The scene on the edited form, as the user sees it while editing.
 #include "formeditor.h"
+#include "rounds.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -127,7 +128,7 @@ TEST_F(LiveTest, FormsOpenAndCloseWithoutLeavingAnything) {
     const QString kept = KeptForm("scene.ui");
     editor.Close();
     const qsizetype widgets = QApplication::allWidgets().size();
-    for (int i = 0; i < 50; ++i) {
+    for (int i = 0; i < Rounds(50); ++i) {
         ASSERT_TRUE(editor.Open(kept));
         if (i % 10 == 0) {
             editor.Set("box", "Length", 4.0 + i);

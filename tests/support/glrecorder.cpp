@@ -16,7 +16,7 @@ GlRecorder* active = nullptr;
 
 }  // namespace
 
-GlRecorder::GlRecorder() : outer_(active) {
+GlRecorder::GlRecorder(std::vector<std::string> only) : only_(std::move(only)), outer_(active) {
     active = this;
 }
 
@@ -24,8 +24,9 @@ GlRecorder::~GlRecorder() {
     active = outer_;
 }
 
-bool GlRecorder::IsOn() {
-    return active != nullptr;
+bool GlRecorder::Wants(const char* name) {
+    return active && (active->only_.empty() ||
+                      std::find(active->only_.begin(), active->only_.end(), name) != active->only_.end());
 }
 
 void GlRecorder::Record(std::string call) {
@@ -147,7 +148,7 @@ std::string list(const T* values, int count) {
 
 template <class... Args>
 void record(const char* name, Args... args) {
-    if (!GlRecorder::IsOn())
+    if (!GlRecorder::Wants(name))
         return;
     std::string call = std::string(name) + "(";
     [[maybe_unused]] const char* separator = "";
@@ -225,21 +226,21 @@ PASS(void, glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y,
 
 extern "C" void GLAPIENTRY glLoadMatrixd(const GLdouble* m) {
     static const auto real = REAL(glLoadMatrixd);
-    if (GlRecorder::IsOn())
+    if (GlRecorder::Wants("glLoadMatrixd"))
         GlRecorder::Record("glLoadMatrixd(" + list(m, 16) + ")");
     real(m);
 }
 
 extern "C" void GLAPIENTRY glClipPlane(GLenum plane, const GLdouble* equation) {
     static const auto real = REAL(glClipPlane);
-    if (GlRecorder::IsOn())
+    if (GlRecorder::Wants("glClipPlane"))
         GlRecorder::Record("glClipPlane(" + text(plane) + ", " + list(equation, 4) + ")");
     real(plane, equation);
 }
 
 extern "C" void GLAPIENTRY glMaterialfv(GLenum face, GLenum parameter, const GLfloat* values) {
     static const auto real = REAL(glMaterialfv);
-    if (GlRecorder::IsOn())
+    if (GlRecorder::Wants("glMaterialfv"))
         GlRecorder::Record("glMaterialfv(" + text(face) + ", " + text(parameter) + ", " +
                            list(values, valueCount(parameter)) + ")");
     real(face, parameter, values);
@@ -247,7 +248,7 @@ extern "C" void GLAPIENTRY glMaterialfv(GLenum face, GLenum parameter, const GLf
 
 extern "C" void GLAPIENTRY glLightfv(GLenum light, GLenum parameter, const GLfloat* values) {
     static const auto real = REAL(glLightfv);
-    if (GlRecorder::IsOn())
+    if (GlRecorder::Wants("glLightfv"))
         GlRecorder::Record("glLightfv(" + text(light) + ", " + text(parameter) + ", " +
                            list(values, valueCount(parameter)) + ")");
     real(light, parameter, values);

@@ -12,7 +12,8 @@ namespace zk::test {
 /// out.
 class GlRecorder {
   public:
-    GlRecorder();
+    /// Records the calls to the functions of these names only, or all calls where none is named.
+    explicit GlRecorder(std::vector<std::string> only = {});
     ~GlRecorder();
     GlRecorder(const GlRecorder&) = delete;
     GlRecorder& operator=(const GlRecorder&) = delete;
@@ -25,9 +26,11 @@ class GlRecorder {
     int Count(const std::string& name) const;
 
     static void Record(std::string call);
-    static bool IsOn();
+    /// Whether calls to the function of this name are recorded at present.
+    static bool Wants(const char* name);
 
   private:
+    std::vector<std::string> only_;
     std::vector<std::string> calls_;
     GlRecorder* outer_;
 };
