@@ -20,7 +20,8 @@ TDisplayList::~TDisplayList() {
 void TDisplayList::AddShape(TZkShape* S) {
     if (S) {
         shapes_.emplace_back(S);
-        connect(S, &QObject::destroyed, this, &TDisplayList::shapeDestroyed, Qt::UniqueConnection);
+        if (++entries_[S] == 1)
+            connect(S, &QObject::destroyed, this, &TDisplayList::shapeDestroyed);
     }
     Invalidate();
 }
@@ -31,20 +32,27 @@ void TDisplayList::RemoveShape(TZkShape* S) {
 }
 
 void TDisplayList::removeFirst(const QObject* shape) {
-    if (!shape)
+    const auto known = entries_.find(shape);
+    if (known == entries_.end())
         return;
     const auto found = std::find_if(shapes_.begin(), shapes_.end(),
                                     [shape](const QPointer<TZkShape>& entry) { return entry.data() == shape; });
-    if (found == shapes_.end())
+    if (found == shapes_.end())  // it is being destroyed, and its entries are null already
         return;
-    found->clear();
-    pack();
-    if (INdexOfShape(shape) < 0)
-        disconnect(shape, &QObject::destroyed, this, &TDisplayList::shapeDestroyed);
+    holes_ = playing_ > 0;
+    if (holes_)
+        found->clear();
+    else
+        shapes_.erase(found);
+    if (--known->second > 0)
+        return;
+    entries_.erase(known);
+    disconnect(shape, &QObject::destroyed, this, &TDisplayList::shapeDestroyed);
 }
 
 // The entries of the shape are null already.
-void TDisplayList::shapeDestroyed() {
+void TDisplayList::shapeDestroyed(QObject* shape) {
+    entries_.erase(shape);
     pack();
 }
 
@@ -75,6 +83,8 @@ int TDisplayList::GetShapeCount() const {
 }
 
 int TDisplayList::INdexOfShape(const QObject* C) const {
+    if (!entries_.contains(C))
+        return -1;
     int index = 0;
     for (const QPointer<TZkShape>& entry : shapes_) {
         if (!entry)

@@ -6,6 +6,7 @@
 #include <QPointer>
 
 #include <cstddef>
+#include <unordered_map>
 #include <vector>
 
 namespace zk {
@@ -69,12 +70,14 @@ class ZKCOMTYPES_API TDisplayList : public TComponent {
 
   private:
     void removeFirst(const QObject* shape);
-    void shapeDestroyed();
+    void shapeDestroyed(QObject* shape);
     void pack();
 
     /// Without null entries, so that an index is a position, except while the list is being played: a shape that leaves
     /// meanwhile leaves a null entry behind, so that the others keep their turns. `holes_` says that there are some.
     std::vector<QPointer<TZkShape>> shapes_;
+    /// How many of the entries are of a shape. It is asked at each removal of any component of the same owner.
+    std::unordered_map<const QObject*, int> entries_;
     int playing_ = 0;
     bool holes_ = false;
 };
