@@ -218,6 +218,39 @@ TEST_F(DisplayList, ANotificationRemovesTheFirstOccurrence) {
     EXPECT_EQ(0, list.take());
 }
 
+TEST_F(DisplayList, AShapeMayBeRemovedBySomebodyWhoHearsOfItsEndFirst) {
+    auto* shape = new TZkShape;
+    QObject::connect(shape, &QObject::destroyed,
+                     [this](QObject* gone) { list.Notification(gone, TOperation::opRemove); });
+    TZkShape other;
+    list.AddShape(shape);
+    list.AddShape(&other);
+    list.AddShape(shape);
+    delete shape;
+    EXPECT_EQ(list.GetShapeCount(), 1);
+    EXPECT_EQ(list.GetZkShape(0), &other);
+    list.RemoveShape(&other);
+    EXPECT_EQ(list.GetShapeCount(), 0);
+}
+
+// What is no longer in the list once is not in it at all.
+TEST_F(DisplayList, ComingAndGoingInAnyOrder) {
+    TZkShape a;
+    auto b = std::make_unique<TZkShape>();
+    for (TZkShape* shape : {&a, b.get(), &a})
+        list.AddShape(shape);
+    list.RemoveShape(&a);
+    EXPECT_EQ(list.INdexOfShape(&a), 1);
+    list.RemoveShape(&a);
+    EXPECT_EQ(list.INdexOfShape(&a), -1);
+    list.RemoveShape(&a);
+    list.AddShape(&a);
+    EXPECT_EQ(list.INdexOfShape(&a), 1);
+    b.reset();
+    EXPECT_EQ(list.INdexOfShape(&a), 0);
+    EXPECT_EQ(list.GetShapeCount(), 1);
+}
+
 TEST_F(DisplayList, AShapeWhoseEndIsUnderWayIsNotPlayed) {
     // It has no owner, so the list is not told and still holds it.
     struct Last : Noting {
