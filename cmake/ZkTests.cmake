@@ -1,6 +1,7 @@
 # How tests are compiled and run.
 
 include_guard(GLOBAL)
+include(CheckLinkerFlag)
 
 # Compiling a test takes longer than running it: it is not optimised, and has line numbers for debuggers and no more. Those of
 # the geometry units go through thousands of polygons, and are optimised a little where there are no sanitizers.
@@ -17,6 +18,13 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     # looked at in its units; a test that goes wrong by itself crashes, or AddressSanitizer tells. Behind what zk_options turns on.
     target_compile_options(zk_test_sanitizers INTERFACE -fno-sanitize=alignment,null,object-size,vptr)
   endif()
+endif()
+
+# Each unit has a test program of its own and all programs the same libraries, so that linking takes its time: gold takes two thirds of it.
+check_linker_flag(CXX -fuse-ld=gold ZKOGL_HAS_GOLD)
+if(ZKOGL_HAS_GOLD)
+  target_link_options(zk_test_options INTERFACE -fuse-ld=gold)
+  target_link_options(zk_geometry_test_options INTERFACE -fuse-ld=gold)
 endif()
 
 if(NOT ZKOGL_GEOMETRY_ONLY)
