@@ -20,7 +20,8 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   endif()
 endif()
 
-# Each unit has a test program of its own and all programs the same libraries, so that linking takes its time: gold takes two thirds of it.
+# Each unit has a test program of its own, and all of them the same libraries below: linking takes its time, and gold two thirds
+# of it.
 check_linker_flag(CXX -fuse-ld=gold ZKOGL_HAS_GOLD)
 if(ZKOGL_HAS_GOLD)
   target_link_options(zk_test_options INTERFACE -fuse-ld=gold)
