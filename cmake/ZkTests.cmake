@@ -15,7 +15,8 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   target_compile_options(zk_geometry_test_options INTERFACE $<IF:$<CONFIG:Debug>,-O0,-O1> -g1)
   if(ZKOGL_SANITIZE)
     # To look at each pointer before it is used takes a third of a test's compilation. What the library does with pointers is
-    # looked at in its units; a test that goes wrong by itself crashes, or AddressSanitizer tells. Behind what zk_options turns on.
+    # looked at in its units; a test that goes wrong by itself crashes, or AddressSanitizer tells. The options are a library's
+    # own, as they must come after those of zk_options, which turn these checks on.
     target_compile_options(zk_test_sanitizers INTERFACE -fno-sanitize=alignment,null,object-size,vptr)
   endif()
 endif()
