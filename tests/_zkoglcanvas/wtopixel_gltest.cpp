@@ -2,7 +2,6 @@
 // ratio (QT_SCALE_FACTOR).
 #include "glform.h"
 #include "random.h"
-#include "rounds.h"
 
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -228,9 +227,11 @@ TEST(WtoPixel, AThousandStepsOfTheZoomDoNotLoseThePlace) {
     for (const double angle : {0.0, 30.0}) {
         GlForm form({300, 300});
         form.canvas->SetBlickWinkel(angle);
-        for (int i = 0; i < Rounds(1000); ++i) {
-            const ChangeBracket bracket(i % 100 ? form.canvas : nullptr);
+        for (int i = 0; i < 10; ++i) {
             form.canvas->SetZoomFactor(random.Between(0.3, 3));
+            const ChangeBracket bracket(form.canvas);  // without a repaint for each
+            for (int step = 1; step < 100; ++step)
+                form.canvas->SetZoomFactor(random.Between(0.3, 3));
         }
         for (int i = 0; i < 50; ++i) {
             const TXYZ point = random.Point(2);

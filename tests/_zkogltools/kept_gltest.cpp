@@ -300,7 +300,7 @@ TEST(Kept, OneChangeDrawsOneGroup) {
 
 // However shapes come and go, groups neither fall to pieces nor grow without end.
 TEST(Kept, GroupsStayAsLargeAsTheyAreMeantToBe) {
-    GlForm form;
+    GlForm form({60, 60});
     Random random(7);
     TZKOglScene* scene = form.AddScene();
     std::vector<TZKOglBox*> boxes;
