@@ -11,7 +11,7 @@ using namespace zk;
 
 namespace {
 
-class CountingList : public TDisplayList {
+class TellingList : public TDisplayList {
   public:
     using TDisplayList::TDisplayList;
     void Invalidate() override {
@@ -33,7 +33,7 @@ TEST(Shape, ANewOneBelongsToNoList) {
 }
 
 TEST(Shape, EnteringAListAppendsAndInvalidates) {
-    CountingList list;
+    TellingList list;
     TZkShape one;
     TZkShape two;
     one.SetDisplayList(&list);
@@ -45,7 +45,7 @@ TEST(Shape, EnteringAListAppendsAndInvalidates) {
 }
 
 TEST(Shape, TheSameListAgainMovesItToTheEndAndInvalidatesTwice) {
-    CountingList list;
+    TellingList list;
     TZkShape one;
     TZkShape two;
     one.SetDisplayList(&list);
@@ -59,8 +59,8 @@ TEST(Shape, TheSameListAgainMovesItToTheEndAndInvalidatesTwice) {
 }
 
 TEST(Shape, ChangingTheListLeavesTheOldOne) {
-    CountingList first;
-    CountingList second;
+    TellingList first;
+    TellingList second;
     TZkShape shape;
     shape.SetDisplayList(&first);
     first.take();
@@ -84,7 +84,7 @@ TEST(Shape, TheRemovalOfItsListClearsTheReference) {
     shape.SetDisplayList(list);
     delete list;
     EXPECT_EQ(nullptr, shape.GetDisplayList());
-    CountingList next;
+    TellingList next;
     shape.SetDisplayList(&next);
     EXPECT_EQ(1, next.GetShapeCount());
 }
@@ -130,8 +130,8 @@ TEST(Shape, AHandlerMayDeleteIt) {
 }
 
 TEST(Shape, TheTargetMayGoWhileTheOldListIsInvalidated) {
-    CountingList old;
-    auto* target = new CountingList;
+    TellingList old;
+    auto* target = new TellingList;
     TZkShape shape;
     shape.SetDisplayList(&old);
     old.onInvalidate = [&target] { delete std::exchange(target, nullptr); };
@@ -141,8 +141,8 @@ TEST(Shape, TheTargetMayGoWhileTheOldListIsInvalidated) {
 }
 
 TEST(Shape, MayGoWhileTheOldListIsInvalidated) {
-    CountingList old;
-    CountingList target;
+    TellingList old;
+    TellingList target;
     auto* shape = new TZkShape;
     shape->SetDisplayList(&old);
     old.onInvalidate = [&shape] { delete std::exchange(shape, nullptr); };

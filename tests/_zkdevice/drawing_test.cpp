@@ -17,7 +17,7 @@ namespace {
 using Pixels = std::vector<TXYI>;
 
 /// A 2D device that notes what is drawn.
-class Paper : public TZKPrimdevice {
+class PaperDevice : public TZKPrimdevice {
   public:
     void MoveTo(int x, int y) override { calls += 'M', pixels.push_back({x, y}); }
     void LineTo(int x, int y) override { calls += 'L', pixels.push_back({x, y}); }
@@ -52,7 +52,7 @@ class Drawing : public testing::Test {
         fill(*list.AddArray(), {{-1, 0, 0}, {0, -1, 0}});
     }
 
-    Paper paper;
+    PaperDevice paper;
     TZKDevice device;
 };
 

@@ -8,7 +8,6 @@ using namespace zk::test;
 
 namespace {
 
-constexpr TColor red = 0x0000FF;
 // A byte goes to OpenGL as byte / 256 and comes back as a byte of 255.
 const QColor shownRed(254, 0, 0);
 
@@ -18,7 +17,7 @@ const QColor shownRed(254, 0, 0);
 TEST(ClickRoad, APressOnABoxMovesItWithOneRepaint) {
     GlForm form;
     TZKOglScene* scene = form.AddScene();
-    TZKOglBox* box = form.AddBox(scene, red, {2, 2, 2}, {-1, -1, -1});
+    TZKOglBox* box = form.AddBox(scene, 0x0000FF, {2, 2, 2}, {-1, -1, -1});
     GlForm::Settle();
 
     // 30 pixels a centimetre: the box covers (120, 120) to (180, 180) of the client area

@@ -17,12 +17,10 @@ using namespace zk::test;
 
 namespace {
 
-const QColor red(254, 0, 0);
-const QColor black(0, 0, 0);
-const QColor blue(0, 0, 255);
-const QColor white(255, 255, 255);
+const QColor ink(0, 0, 255);
+const QColor plainWhite(255, 255, 255);
 
-void fill(TZkCanvas* canvas, const QRect& rect, const QColor& color = blue) {
+void fill(TZkCanvas* canvas, const QRect& rect, const QColor& color = ink) {
     canvas->SetBrush(QBrush(color));
     canvas->FillRect(rect);
 }
@@ -62,7 +60,7 @@ TEST(Overlay, TheCanvasIsMadeOnceAndOnlyForAControl) {
     GlForm::Settle();
     fill(canvas, QRect(0, 0, 10, 10));
     GlForm::Settle();
-    EXPECT_EQ(form.PixelAt({5, 5}), blue);
+    EXPECT_EQ(form.PixelAt({5, 5}), ink);
     delete canvas->GetCanvas();
     delete canvas;
     EXPECT_NE(form.canvas->GetZKCanvas(), nullptr) << "whoever deletes it gets another";
@@ -78,12 +76,12 @@ TEST(Overlay, WhatIsDrawnAppearsAboveThePictureAndStaysUntilTheNextRepaint) {
         TZkCanvas* canvas = form.canvas->GetZKCanvas();
         fill(canvas, QRect(150, 150, 100, 20));
         const QImage before = form.Screen();
-        EXPECT_EQ(countOf(before, blue), 0) << "not within the call";
+        EXPECT_EQ(countOf(before, ink), 0) << "not within the call";
         GlForm::Settle();
         QImage screen = form.Screen();
-        EXPECT_EQ(countOf(screen, blue), 100 * 20);
+        EXPECT_EQ(countOf(screen, ink), 100 * 20);
         for (const QPoint& corner : {QPoint(150, 150), QPoint(249, 150), QPoint(150, 169), QPoint(249, 169)})
-            EXPECT_EQ(screen.pixelColor(corner), blue) << corner.x() << ", " << corner.y();
+            EXPECT_EQ(screen.pixelColor(corner), ink) << corner.x() << ", " << corner.y();
         EXPECT_EQ(screen.pixelColor(149, 150), red);
         EXPECT_EQ(screen.pixelColor(150, 170), red);
         EXPECT_EQ(screen.pixelColor(250, 150), black);
@@ -91,9 +89,9 @@ TEST(Overlay, WhatIsDrawnAppearsAboveThePictureAndStaysUntilTheNextRepaint) {
         GlForm::Settle();
         screen = form.Screen();
         EXPECT_EQ(countOf(screen, Qt::green), 7 * 9);
-        EXPECT_EQ(countOf(screen, blue), 100 * 20) << "what was drawn before is still there";
+        EXPECT_EQ(countOf(screen, ink), 100 * 20) << "what was drawn before is still there";
         form.canvas->Refresh();
-        EXPECT_EQ(countOf(form.Screen(), blue), 0);
+        EXPECT_EQ(countOf(form.Screen(), ink), 0);
         GlForm::Settle();
         EXPECT_TRUE(form.Screen() == before);
     }
@@ -125,7 +123,7 @@ TEST(Overlay, ShowingIsOneSwapAndDrawsNoScene) {
     fill(form.canvas->GetZKCanvas(), QRect(0, 0, 5, 5));
     qobject_cast<ControlCanvas*>(form.canvas->GetZKCanvas()->GetCanvas())->Flush();
     EXPECT_EQ(form.TakeSwaps(), 1);
-    EXPECT_EQ(form.PixelAt({2, 2}), blue);
+    EXPECT_EQ(form.PixelAt({2, 2}), ink);
 }
 
 TEST(Overlay, WhatIsDrawnDuringARepaintIsShownWithIt) {
@@ -138,7 +136,7 @@ TEST(Overlay, WhatIsDrawnDuringARepaintIsShownWithIt) {
     fill(form.canvas->GetZKCanvas(), QRect(150, 150, 10, 10));
     form.canvas->EndPaint();
     EXPECT_EQ(form.TakeSwaps(), 2);
-    EXPECT_EQ(form.PixelAt({155, 155}), blue);
+    EXPECT_EQ(form.PixelAt({155, 155}), ink);
     EXPECT_EQ(form.PixelAt({15, 15}), black) << "it was drawn over the picture before";
     GlForm::Settle();
     EXPECT_EQ(form.TakeSwaps(), 0) << "and needs no further swap";
@@ -153,22 +151,22 @@ TEST(Overlay, HandlersDrawWhileScenesArePlayed) {
     int place = 0;
     QObject::connect(shape, &TZkShape::OnPlay, [&] { fill(form.canvas->GetZKCanvas(), QRect(10 * place, 0, 10, 10)); });
     form.canvas->Refresh();
-    EXPECT_EQ(form.PixelAt({5, 5}), blue);
+    EXPECT_EQ(form.PixelAt({5, 5}), ink);
     place = 1;
     form.canvas->Refresh();
     EXPECT_EQ(form.PixelAt({5, 5}), black);
-    EXPECT_EQ(form.PixelAt({15, 5}), blue);
+    EXPECT_EQ(form.PixelAt({15, 5}), ink);
     place = 2;
     form.canvas->Select(150, 150);
     GlForm::Settle();
     EXPECT_EQ(form.PixelAt({25, 5}), black) << "a pick changes nothing on the screen";
-    EXPECT_EQ(form.PixelAt({15, 5}), blue);
+    EXPECT_EQ(form.PixelAt({15, 5}), ink);
     fill(form.canvas->GetZKCanvas(), QRect(100, 100, 4, 4));
     GlForm::Settle();
-    EXPECT_EQ(form.PixelAt({102, 102}), blue) << "drawing works again afterwards";
+    EXPECT_EQ(form.PixelAt({102, 102}), ink) << "drawing works again afterwards";
     form.control->resize(260, 200);  // a repaint that plays the scenes twice
     GlForm::Settle();
-    EXPECT_EQ(countOf(form.Screen(), blue), 100);
+    EXPECT_EQ(countOf(form.Screen(), ink), 100);
 }
 
 TEST(Overlay, TheStateOfOpenGLStaysAsItWas) {
@@ -185,7 +183,7 @@ TEST(Overlay, TheStateOfOpenGLStaysAsItWas) {
     glMatrixMode(GL_PROJECTION);
     fill(form.canvas->GetZKCanvas(), QRect(100, 120, 33, 44));
     GlForm::Settle();
-    EXPECT_EQ(countOf(form.Screen(), blue), 33 * 44) << "nothing of it cuts or changes what is shown";
+    EXPECT_EQ(countOf(form.Screen(), ink), 33 * 44) << "nothing of it cuts or changes what is shown";
     form.canvas->CheckCurrent();
     GLint values[4];
     glGetIntegerv(GL_SCISSOR_BOX, values);
@@ -256,9 +254,9 @@ TEST(Overlay, DrawOrgDrawsTheAxes) {
     EXPECT_EQ(form.canvas->WtoPixel({0, 1, 0}), (TXYI{150, 120}));
     EXPECT_EQ(form.canvas->WtoPixel({0, 0, 1}), (TXYI{168, 150}));
     for (int x = 150; x <= 174; ++x)
-        EXPECT_EQ(screen.pixelColor(x, 150), white) << x;
+        EXPECT_EQ(screen.pixelColor(x, 150), plainWhite) << x;
     for (int y = 120; y <= 150; ++y)
-        EXPECT_EQ(screen.pixelColor(150, y), white) << y;
+        EXPECT_EQ(screen.pixelColor(150, y), plainWhite) << y;
     EXPECT_EQ(screen.pixelColor(149, 150), black);
     EXPECT_EQ(screen.pixelColor(150, 119), black);
     // the labels hang from the ends
@@ -276,7 +274,7 @@ TEST(Overlay, DrawOrgDrawsTheAxes) {
     const QImage colourless = screen.convertToFormat(QImage::Format_Grayscale8).convertToFormat(screen.format());
     EXPECT_TRUE(colourless == screen) << "the labels are white, too";
     form.canvas->Refresh();
-    EXPECT_EQ(countOf(form.Screen(), white), 0);
+    EXPECT_EQ(countOf(form.Screen(), plainWhite), 0);
 }
 
 TEST(Overlay, DrawOrgWithoutAContextDoesNothing) {
@@ -309,11 +307,11 @@ TEST(Overlay, DrawLightsMarksTheLightsThatAreOn) {
     GlForm::Settle();
     const QImage screen = form.Screen();
     EXPECT_EQ(countOf(screen, Qt::green), 2 * 28);
-    EXPECT_EQ(countOf(screen, white), 2 * 36);
+    EXPECT_EQ(countOf(screen, plainWhite), 2 * 36);
     for (const QPoint& place : {QPoint(180, 120), QPoint(90, 150)}) {
         EXPECT_EQ(screen.pixelColor(place - QPoint(4, 4)), QColor(Qt::green));
         EXPECT_EQ(screen.pixelColor(place + QPoint(3, 3)), QColor(Qt::green));
-        EXPECT_EQ(screen.pixelColor(place), white);
+        EXPECT_EQ(screen.pixelColor(place), plainWhite);
         EXPECT_EQ(screen.pixelColor(place + QPoint(4, 4)), black);
     }
     EXPECT_EQ(screen.pixelColor(120, 180), black);
@@ -326,11 +324,11 @@ TEST(Overlay, TheDevicesOwnLinesGoThroughTheCanvas) {
     form.canvas->LineTo3d({1, 0, 0});
     GlForm::Settle();
     EXPECT_EQ(form.PixelAt({160, 150}), black);
-    form.canvas->GetZKCanvas()->SetPen(QPen(blue));
+    form.canvas->GetZKCanvas()->SetPen(QPen(ink));
     form.canvas->Moveto3d({0, 0, 0});
     form.canvas->LineTo3d({1, 0, 0});
     GlForm::Settle();
-    EXPECT_EQ(countOf(form.Screen(), blue), 31);
+    EXPECT_EQ(countOf(form.Screen(), ink), 31);
 }
 
 // Whoever draws on the control draws over its picture, not only the canvas itself.
@@ -340,13 +338,13 @@ TEST(Overlay, OtherDevicesDrawOverThePictureToo) {
     form.canvas->Refresh();
     TZKCanvas3d device;
     device.Setcontrol(form.control);
-    device.GetCanvas()->SetPen(QPen(blue));
+    device.GetCanvas()->SetPen(QPen(ink));
     device.Moveto3d({0, 0, 0});
     device.LineTo3d({1, 0, 0});
     GlForm::Settle();
-    EXPECT_EQ(countOf(form.Screen(), blue), 31);
+    EXPECT_EQ(countOf(form.Screen(), ink), 31);
     form.canvas->Refresh();
-    EXPECT_EQ(countOf(form.Screen(), blue), 0);
+    EXPECT_EQ(countOf(form.Screen(), ink), 0);
 }
 
 TEST(Overlay, TwoCanvasesTakingTurnsOnAControl) {
@@ -355,23 +353,22 @@ TEST(Overlay, TwoCanvasesTakingTurnsOnAControl) {
     other->SetColor(0x00FF00);
     other->SetWinControl(form.control);
     GlForm::Settle();
-    const QColor green(0, 255, 0);
     EXPECT_NEAR(form.PixelAt({5, 5}).green(), 255, 1);
     fill(other->GetZKCanvas(), QRect(20, 20, 10, 10));
     GlForm::Settle();
-    EXPECT_EQ(countOf(form.Screen(), blue), 100);
+    EXPECT_EQ(countOf(form.Screen(), ink), 100);
     EXPECT_NEAR(form.PixelAt({5, 5}).green(), 255, 1) << "above the picture of the one that painted last";
     form.canvas->Refresh();
-    EXPECT_EQ(countOf(form.Screen(), blue), 0);
+    EXPECT_EQ(countOf(form.Screen(), ink), 0);
     fill(other->GetZKCanvas(), QRect(20, 20, 10, 10));
     GlForm::Settle();
-    EXPECT_EQ(countOf(form.Screen(), blue), 100);
+    EXPECT_EQ(countOf(form.Screen(), ink), 100);
     EXPECT_EQ(form.PixelAt({5, 5}), black);
     delete other;
     GlForm::Settle();
     fill(form.canvas->GetZKCanvas(), QRect(50, 50, 10, 10));
     GlForm::Settle();
-    EXPECT_EQ(form.PixelAt({55, 55}), blue);
+    EXPECT_EQ(form.PixelAt({55, 55}), ink);
 }
 
 TEST(Overlay, DrawingWhileHiddenIsNoHarm) {
@@ -390,7 +387,7 @@ TEST(Overlay, DrawingWhileHiddenIsNoHarm) {
     EXPECT_EQ(form.PixelAt({5, 5}), black);
     fill(form.canvas->GetZKCanvas(), QRect(90, 110, 50, 50));
     GlForm::Settle();
-    EXPECT_EQ(countOf(form.Screen(), blue), 100);
+    EXPECT_EQ(countOf(form.Screen(), ink), 100);
 }
 
 TEST(Overlay, DeletionInAnyOrder) {

@@ -14,9 +14,6 @@ using namespace zk::test;
 
 namespace {
 
-const QColor red(254, 0, 0);
-const QColor black(0, 0, 0);
-
 void add(TlistOFxyzArray& list, const std::vector<TXYZ>& points) {
     ArrayAddData(*list.AddArray(), int(points.size()), points.data());
 }

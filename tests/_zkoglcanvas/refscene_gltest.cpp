@@ -13,9 +13,6 @@ using namespace zk::test;
 
 namespace {
 
-const QColor red(254, 0, 0);
-const QColor black(0, 0, 0);
-
 TZKOglRefScene* addReference(GlForm& form, TZKOglScene* to, const TXYZ& at) {
     auto* scene = new TZKOglRefScene(form.window.get());
     scene->SetZkOglCanvas(form.canvas);

@@ -11,9 +11,6 @@ using namespace zk::test;
 
 namespace {
 
-const QColor red(254, 0, 0);
-const QColor black(0, 0, 0);
-
 /// What drivers make of a swap.
 enum class Swap { Copy, Exchange, Undefined };
 

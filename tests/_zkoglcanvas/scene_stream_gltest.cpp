@@ -9,9 +9,9 @@ using namespace zk::test;
 
 namespace {
 
-const std::string white = "0.996094, 0.996094, 0.996094";
-const std::string grey = "0.5, 0.5, 0.5";
-const std::string black = "0, 0, 0";
+const std::string whiteRgb = "0.996094, 0.996094, 0.996094";
+const std::string greyRgb = "0.5, 0.5, 0.5";
+const std::string blackRgb = "0, 0, 0";
 
 // 400 pixels, 30 a centimetre: the scale is 2 * 30 / 400, and so is a translation by 1.
 std::string loadMatrix(const std::string& translation) {
@@ -20,12 +20,12 @@ std::string loadMatrix(const std::string& translation) {
 
 // A scene's own attributes are the initial ones here, the canvas's those that a canvas gives itself.
 Calls enterScene(const std::string& translation) {
-    return Calls{"glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)"} + Material(white, grey, grey, grey, "0.2") + NoTexture() +
-           OnMatrix("GL_MODELVIEW", loadMatrix(translation));
+    return Calls{"glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)"} + Material(whiteRgb, greyRgb, greyRgb, greyRgb, "0.2") +
+           NoTexture() + OnMatrix("GL_MODELVIEW", loadMatrix(translation));
 }
 
 Calls leaveScene() {
-    return NoTexture("GL_LINEAR") + Material(white, grey, white, grey, "0.1") +
+    return NoTexture("GL_LINEAR") + Material(whiteRgb, greyRgb, whiteRgb, greyRgb, "0.1") +
            OnMatrix("GL_MODELVIEW", loadMatrix("0, 0, 0"));
 }
 

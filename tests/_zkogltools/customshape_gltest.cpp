@@ -12,16 +12,13 @@ using namespace zk::test;
 
 namespace {
 
-const QColor red(254, 0, 0);
-const QColor black(0, 0, 0);
-
 Calls canvasUnits(const std::string& factor) {
     return OnMatrix("GL_MODELVIEW", "glScaled(" + factor + ", " + factor + ", " + factor + ")");
 }
 
 /// A form of 400 pixels with one scene, and a shape that marks where its geometry comes.
-struct Stage {
-    Stage() : form({400, 400}), scene(form.AddScene()), shape(new TZKOglShape(form.window.get())) {
+struct ShapeStage {
+    ShapeStage() : form({400, 400}), scene(form.AddScene()), shape(new TZKOglShape(form.window.get())) {
         shape->SetDisplayList(scene);
     }
     // The calls of the shape's play, in a list that is compiled.
@@ -54,7 +51,7 @@ Calls restoredAttributes() {
 }  // namespace
 
 TEST(CustomShape, PlayPlacesNamesScalesDrawsAndUndoes) {
-    Stage stage;
+    ShapeStage stage;
     stage.shape->Settranslation({4, 5, 6});
     stage.shape->SetDrehgeradePkt("1/2/3");
     stage.shape->SetDrehgeradeRichtung("0/1/0");
@@ -72,7 +69,7 @@ TEST(CustomShape, PlayPlacesNamesScalesDrawsAndUndoes) {
 }
 
 TEST(CustomShape, ParentAttributesLeavesTheAttributesAlone) {
-    Stage stage;
+    ShapeStage stage;
     stage.shape->SetParentAttributes(true);
     EXPECT_EQ(
         stage.Play(),
@@ -83,7 +80,7 @@ TEST(CustomShape, ParentAttributesLeavesTheAttributesAlone) {
 }
 
 TEST(CustomShape, NohitLoadsNoName) {
-    Stage stage;
+    ShapeStage stage;
     stage.shape->SetNohit(true);
     stage.shape->SetParentAttributes(true);
     GlRecorder recorder;
@@ -92,7 +89,7 @@ TEST(CustomShape, NohitLoadsNoName) {
 }
 
 TEST(CustomShape, ScalesNextToNothingAreIgnoredAndNegativeOnesAreNot) {
-    Stage stage;
+    ShapeStage stage;
     std::vector<double> units;
     QObject::connect(stage.shape, &TZkShape::OnPlay, [&] { units.push_back(stage.form.canvas->GetUnitsPerCm()); });
     const auto played = [&](double scale) {
@@ -111,7 +108,7 @@ TEST(CustomShape, ScalesNextToNothingAreIgnoredAndNegativeOnesAreNot) {
 }
 
 TEST(CustomShape, AnInvisibleShapePlaysNothing) {
-    Stage stage;
+    ShapeStage stage;
     int played = 0;
     QObject::connect(stage.shape, &TZkShape::OnPlay, [&] { ++played; });
     stage.shape->SetVisible(false);

@@ -23,8 +23,8 @@ using namespace zk::test;
 namespace {
 
 /// A form with a canvas, a scene and three boxes, all of which a handler may take away.
-struct Stage {
-    Stage() : form({200, 200}) {
+struct HandlerStage {
+    HandlerStage() : form({200, 200}) {
         scene = form.AddScene();
         for (const TXYZ& at : {TXYZ{-3, -1, -1}, TXYZ{-1, -1, -1}, TXYZ{1, -1, -1}})
             boxes.emplace_back(form.AddBox(scene, 0x0000FF, {1.8, 1.8, 1.8}, at));
@@ -32,7 +32,7 @@ struct Stage {
         form.AddBox(other, 0x00FF00, {1, 1, 1}, {-0.5, 2, 0});
         form.canvas->Refresh();
     }
-    ~Stage() {
+    ~HandlerStage() {
         if (!canvas())
             form.canvas = nullptr;
     }
@@ -47,171 +47,171 @@ struct Stage {
 
 struct Action {
     const char* name;
-    std::function<void(Stage&)> run;
+    std::function<void(HandlerStage&)> run;
 };
 
 struct Handler {
     const char* name;
-    std::function<void(Stage&, const std::function<void()>&)> connect;
-    std::function<void(Stage&)> trigger;
+    std::function<void(HandlerStage&, const std::function<void()>&)> connect;
+    std::function<void(HandlerStage&)> trigger;
 };
 
 const Action actions[]{
     {"AddAShape",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.form.AddBox(stage.scene, 0xFF0000, {1, 1, 1}, {0, -3, 0});
      }},
     {"RemoveTheShape",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.boxes[1])
              stage.boxes[1]->SetDisplayList(nullptr);
      }},
     {"RemoveAllShapes",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          for (const QPointer<TCustomShape>& box : stage.boxes)
              if (box)
                  box->SetDisplayList(nullptr);
      }},
     {"MoveTheShapeToTheOtherScene",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.boxes[1] && stage.other)
              stage.boxes[1]->SetDisplayList(stage.other);
      }},
-    {"DeleteTheShape", [](Stage& stage) { delete stage.boxes[1].data(); }},
-    {"DeleteTheNextShape", [](Stage& stage) { delete stage.boxes[2].data(); }},
-    {"DeleteTheFirstShape", [](Stage& stage) { delete stage.boxes[0].data(); }},
-    {"DeleteTheScene", [](Stage& stage) { delete stage.scene.data(); }},
-    {"DeleteTheOtherScene", [](Stage& stage) { delete stage.other.data(); }},
-    {"DeleteTheCanvas", [](Stage& stage) { delete stage.alive.data(); }},
+    {"DeleteTheShape", [](HandlerStage& stage) { delete stage.boxes[1].data(); }},
+    {"DeleteTheNextShape", [](HandlerStage& stage) { delete stage.boxes[2].data(); }},
+    {"DeleteTheFirstShape", [](HandlerStage& stage) { delete stage.boxes[0].data(); }},
+    {"DeleteTheScene", [](HandlerStage& stage) { delete stage.scene.data(); }},
+    {"DeleteTheOtherScene", [](HandlerStage& stage) { delete stage.other.data(); }},
+    {"DeleteTheCanvas", [](HandlerStage& stage) { delete stage.alive.data(); }},
     {"TakeTheSceneAway",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.scene->SetZkOglCanvas(nullptr);
      }},
     {"TakeTheControlAway",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.canvas())
              stage.canvas()->SetWinControl(nullptr);
      }},
     {"ChangeTheMaterial",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.boxes[1])
              stage.boxes[1]->getAttributes()->getMaterial()->SetEmission(0x00FFFF);
      }},
     {"ChangeTheScenesMaterial",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.scene->getAttributes()->getMaterial()->SetEmission(0x00FFFF);
      }},
     {"MoveTheShape",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.boxes[1])
              stage.boxes[1]->Settranslation({0, 1, 0});
      }},
     {"HideTheScene",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.scene->SetVisible(!stage.scene->GetVisible());
      }},
     {"Repaint",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.canvas())
              stage.canvas()->Refresh();
      }},
     {"UpdateNow",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
     {"Pick",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.canvas())
              stage.canvas()->Select(100, 100);
      }},
     {"ChangeTheView",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.canvas())
              stage.canvas()->SetBlickWinkel(stage.canvas()->GetBlickwinkel() > 0 ? 0 : 20);
      }},
-    {"Resize", [](Stage& stage) { stage.form.window->resize(stage.form.window->size() + QSize(1, 1)); }},
+    {"Resize", [](HandlerStage& stage) { stage.form.window->resize(stage.form.window->size() + QSize(1, 1)); }},
     {"OpenADialog",
-     [](Stage&) {
+     [](HandlerStage&) {
          QDialog dialog;
          QTimer::singleShot(30, &dialog, &QDialog::accept);
          dialog.exec();
      }},
     {"LeaveTheMatrixChanged",
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.canvas())
              stage.canvas()->OGLTranslate({0.1, 0, 0});
      }},
-    {"Throw", [](Stage&) { throw std::runtime_error("user code gave up"); }},
+    {"Throw", [](HandlerStage&) { throw std::runtime_error("user code gave up"); }},
 };
 
 template <class Sender, class Signal>
-void connectTo(Sender* sender, Signal signal, Stage& stage, const std::function<void()>& run) {
+void connectTo(Sender* sender, Signal signal, HandlerStage& stage, const std::function<void()>& run) {
     QObject::connect(sender, signal, stage.form.window.get(), [run] { run(); });
 }
 
 const Handler handlers[]{
     {"ShapePlays",
-     [](Stage& stage, const std::function<void()>& run) {
+     [](HandlerStage& stage, const std::function<void()>& run) {
          connectTo(stage.boxes[1].data(), &TZkShape::OnPlay, stage, run);
      },
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
     {"ScenePlays",
-     [](Stage& stage, const std::function<void()>& run) {
+     [](HandlerStage& stage, const std::function<void()>& run) {
          connectTo(stage.scene.data(), &TDisplayList::OnPlay, stage, run);
      },
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
     {"ShapeIsPicked",
-     [](Stage& stage, const std::function<void()>& run) {
+     [](HandlerStage& stage, const std::function<void()>& run) {
          QPointer<TZkOglCanvas> canvas = stage.canvas();
          connectTo(stage.boxes[1].data(), &TZkShape::OnPlay, stage, [canvas, run] {
              if (canvas && canvas->IsSelecting())
                  run();
          });
      },
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.canvas())
              stage.canvas()->Select(100, 100);
      }},
     {"BeforeCompile",
-     [](Stage& stage, const std::function<void()>& run) {
+     [](HandlerStage& stage, const std::function<void()>& run) {
          connectTo(stage.canvas(), &TZkOglCanvas::OnBeforeCompile, stage, run);
      },
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
     {"AfterCompile",
-     [](Stage& stage, const std::function<void()>& run) {
+     [](HandlerStage& stage, const std::function<void()>& run) {
          connectTo(stage.canvas(), &TZkOglCanvas::OnAfterCompile, stage, run);
      },
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.scene)
              stage.scene->DoUpdateNow();
      }},
     {"MouseDown",
-     [](Stage& stage, const std::function<void()>& run) {
+     [](HandlerStage& stage, const std::function<void()>& run) {
          connectTo(stage.boxes[1].data(), &TCustomShape::OnMouseDown, stage, run);
      },
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.canvas() && stage.canvas()->HasContext())
              stage.form.Click({100, 100});
      }},
     {"MouseUp",
-     [](Stage& stage, const std::function<void()>& run) {
+     [](HandlerStage& stage, const std::function<void()>& run) {
          connectTo(stage.boxes[1].data(), &TCustomShape::OnMouseUp, stage, run);
      },
-     [](Stage& stage) {
+     [](HandlerStage& stage) {
          if (stage.canvas() && stage.canvas()->HasContext())
              stage.form.Click({100, 100});
      }},
@@ -230,7 +230,7 @@ void PrintTo(const Action& action, std::ostream* out) {
 
 TEST_P(Handlers, MayDoWhatTheyWant) {
     const auto& [handler, action] = GetParam();
-    Stage stage;
+    HandlerStage stage;
     int calls = 0;
     // Not deeper than three: a handler that calls itself for ever would do so anywhere.
     int depth = 0;
@@ -281,7 +281,7 @@ TEST_P(Handlers, MayDoWhatTheyWant) {
 // The control itself goes while it looks for what was clicked, or tells of its new size.
 TEST(HandlersOfAControl, MayDeleteIt) {
     for (const bool resizes : {false, true}) {
-        Stage stage;
+        HandlerStage stage;
         const QPointer<TZKOglControl> control = stage.form.control;
         const auto deleteIt = [&stage] { delete std::exchange(stage.form.control, nullptr); };
         if (resizes)

@@ -16,7 +16,7 @@ namespace {
 
 constexpr QSize small(84, 84);  // 2.8 cm
 
-TZKOglLight* addLight(GlForm& form, const TXYZ& at = {20, 30, 40}) {
+TZKOglLight* addLamp(GlForm& form, const TXYZ& at = {20, 30, 40}) {
     auto* light = new TZKOglLight(form.window.get());
     light->setattenuation(0);
     light->SetZkOglCanvas(form.canvas);
@@ -99,7 +99,7 @@ TEST(Pictures, ALitSphereOfEachPreset) {
     std::vector<QImage> row;
     for (const Tmaterialkind& kind : {maGray, maAqua, maNavy, maLtGray, maRed, maNone}) {
         GlForm form(small);
-        addLight(form);
+        addLamp(form);
         TZKOglSphere* sphere = addSphere(form, form.AddScene(), 1.2);
         sphere->getAttributes()->getMaterial()->SetMAterialKind(kind);
         row.push_back(form.Screen());
@@ -111,7 +111,7 @@ TEST(Pictures, MaterialsOneValueAtATime) {
     std::vector<QImage> row;
     const auto take = [&row](const std::function<void(Tmaterial&)>& set) {
         GlForm form(small);
-        addLight(form);
+        addLamp(form);
         TZKOglSphere* sphere = addSphere(form, form.AddScene(), 1.2);
         set(*sphere->getAttributes()->getMaterial());
         row.push_back(form.Screen());
@@ -127,7 +127,7 @@ TEST(Pictures, MaterialsOneValueAtATime) {
 
 TEST(Pictures, TranslucentBoxesInFrontOfEachOther) {
     GlForm form(small);
-    addLight(form);
+    addLamp(form);
     lookFromAbove(form);
     TZKOglScene* scene = form.AddScene();
     addBox(form, scene, {1.4, 1.4, 0.4}, {-0.9, -0.7, -1}, 0x0000FF);
@@ -142,7 +142,7 @@ TEST(Pictures, FrontsAndBacksWithTwoSidedLight) {
     std::vector<QImage> row;
     for (const bool twoSided : {false, true}) {
         GlForm form(small);
-        addLight(form);
+        addLamp(form);
         lookFromAbove(form);
         form.canvas->SetLightModelTwoSided(twoSided);
         form.canvas->CheckCurrent();
@@ -174,7 +174,7 @@ TEST(Pictures, ASpotLightOnAPlane) {
         plane->SetData({"-1.3/-1.3/0", "-1.3/1.3/0", "1.3/1.3/0", "1.3/-1.3/0"});
         paint(*plane, 0xFFFFFF);
         plane->SetDisplayList(form.AddScene());
-        TZKOglLight* light = addLight(form, {0, 0, 2});
+        TZKOglLight* light = addLamp(form, {0, 0, 2});
         light->SetDirection({0, 0, -1});
         light->SetSpotExponent(1);
         light->SetSpotCutOff(cutOff);
@@ -188,7 +188,7 @@ TEST(Pictures, TexturesOneValueAtATime) {
     std::vector<QImage> row;
     const auto take = [&row](const std::function<void(TTexture&)>& set) {
         GlForm form(small);
-        addLight(form);
+        addLamp(form);
         auto* plane = new TZKOglPlane(form.window.get());
         plane->SetData({"-0.3/-0.3/0", "-0.3/1.3/0", "1.3/1.3/0", "1.3/-0.3/0"});
         plane->Settranslation({-0.6, -0.6, 0});
@@ -264,7 +264,7 @@ TEST(Pictures, EveryShapeInEveryMode) {
         for (const bool textured : {false, true}) {
             for (const TPAMode mode : {glfill, glline, glpoint}) {
                 GlForm form(small);
-                addLight(form);
+                addLamp(form);
                 lookFromAbove(form);
                 TZKOglScene* scene = form.AddScene();
                 TCustomShape* shape = one.make(form, scene);
@@ -278,7 +278,7 @@ TEST(Pictures, EveryShapeInEveryMode) {
         }
         // Scaled, and turned about a line that does not pass through the origin.
         GlForm form(small);
-        addLight(form);
+        addLamp(form);
         lookFromAbove(form);
         TZKOglScene* scene = form.AddScene();
         TCustomShape* shape = one.make(form, scene);

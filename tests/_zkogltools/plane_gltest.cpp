@@ -13,11 +13,8 @@ using namespace zk::test;
 
 namespace {
 
-const QColor red(254, 0, 0);
-const QColor black(0, 0, 0);
-
-struct Stage {
-    Stage() : scene(form.AddScene()), plane(new TZKOglPlane(form.window.get())) {
+struct PlaneStage {
+    PlaneStage() : scene(form.AddScene()), plane(new TZKOglPlane(form.window.get())) {
         GlForm::MakeFlat(plane->getAttributes()->getMaterial(), 0x0000FF);
         plane->SetDisplayList(scene);
     }
@@ -46,7 +43,7 @@ const QStringList triangle{"0/0/0", "1/0/0", "1/1/0"};
 }  // namespace
 
 TEST(Plane, LinesThatAreNoPointsSeparatePolygons) {
-    Stage stage;
+    PlaneStage stage;
     using Counts = std::vector<int>;
     EXPECT_EQ(stage.Corners(triangle), Counts({3}));
     EXPECT_EQ(stage.Corners(triangle + QStringList{""} + triangle), Counts({3, 3}));
@@ -60,7 +57,7 @@ TEST(Plane, LinesThatAreNoPointsSeparatePolygons) {
 }
 
 TEST(Plane, DrawsThePointsInTheirOrder) {
-    Stage stage;
+    PlaneStage stage;
     stage.plane->SetData({"0/0/1", "0/2/1", "3/2/1", "3/0/1"});
     GlRecorder recorder;
     stage.plane->Doplay();
@@ -68,7 +65,7 @@ TEST(Plane, DrawsThePointsInTheirOrder) {
 }
 
 TEST(Plane, DataMarksTheSceneButDoesNotRepaint) {
-    Stage stage;
+    PlaneStage stage;
     stage.form.canvas->Refresh();
     stage.form.TakeSwaps();
     QStringList lines{"-1/-1/0", "-1/1/0", "1/1/0", "1/-1/0"};
@@ -84,7 +81,7 @@ TEST(Plane, DataMarksTheSceneButDoesNotRepaint) {
 
 // Front seen clockwise; the way around the hole runs against it and shares its first and last edge.
 TEST(Plane, AnOutlineMayRunAroundAHole) {
-    Stage stage;
+    PlaneStage stage;
     stage.plane->SetData({"-3/-3/0", "-3/3/0", "3/3/0", "3/-3/0", "-3/-3/0",  //
                           "-1/-1/0", "1/-1/0", "1/1/0", "-1/1/0", "-1/-1/0"});
     stage.form.canvas->Refresh();
@@ -99,7 +96,7 @@ TEST(Plane, AnOutlineMayRunAroundAHole) {
 }
 
 TEST(Plane, SeveralPolygonsAndAConcaveOne) {
-    Stage stage;
+    PlaneStage stage;
     stage.plane->SetData({"-4/-1/0", "-4/1/0", "-2/1/0", "-2/-1/0", "next",  //
                           "0/-2/0", "0/2/0", "4/2/0", "1/0/0", "4/-2/0"});
     stage.form.canvas->Refresh();
@@ -113,7 +110,7 @@ TEST(Plane, SeveralPolygonsAndAConcaveOne) {
 
 // A hundred thousand lines are read at every compilation; this would take minutes if anything in it were quadratic.
 TEST(Plane, HundredThousandLines) {
-    Stage stage;
+    PlaneStage stage;
     QStringList lines;
     for (int i = 0; i < 25000; ++i) {
         const QString x = QString::number(i % 100 * 0.05 - 2.5);

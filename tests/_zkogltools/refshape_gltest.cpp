@@ -14,11 +14,8 @@ using namespace zk::test;
 
 namespace {
 
-const QColor red(254, 0, 0);
-const QColor black(0, 0, 0);
-
-struct Stage {
-    Stage() : scene(form.AddScene()), box(form.AddBox(scene, 0x0000FF, {1, 1, 1}, {-4, -4, 0})) {}
+struct CopyStage {
+    CopyStage() : scene(form.AddScene()), box(form.AddBox(scene, 0x0000FF, {1, 1, 1}, {-4, -4, 0})) {}
     TZKOglRefShape* Copy(TCustomShape* of, const TXYZ& at) {
         auto* copy = new TZKOglRefShape(form.window.get());
         copy->Settranslation(at);
@@ -36,7 +33,7 @@ struct Stage {
 }  // namespace
 
 TEST(RefShape, DrawsTheOtherInItsPlacementInsideItsOwn) {
-    Stage stage;
+    CopyStage stage;
     TZKOglRefShape* copy = stage.Copy(stage.box, {5, 6, 0});
     EXPECT_EQ(stage.At(-3.5, -3.5), red);
     EXPECT_EQ(stage.At(1.5, 2.5), red) << "5 - 4 and 6 - 4";
@@ -47,7 +44,7 @@ TEST(RefShape, DrawsTheOtherInItsPlacementInsideItsOwn) {
 }
 
 TEST(RefShape, ACopyIsVisibleAsItIsItself) {
-    Stage stage;
+    CopyStage stage;
     TZKOglRefShape* copy = stage.Copy(stage.box, {5, 6, 0});
     stage.box->SetVisible(false);
     EXPECT_EQ(stage.At(-3.5, -3.5), black);
@@ -60,7 +57,7 @@ TEST(RefShape, ACopyIsVisibleAsItIsItself) {
 }
 
 TEST(RefShape, AClickOnTheCopyIsTheCopys) {
-    Stage stage;
+    CopyStage stage;
     TZKOglRefShape* copy = stage.Copy(stage.box, {5, 6, 0});
     ASSERT_TRUE(stage.Pick(1.5, 2.5));
     ASSERT_EQ(stage.form.canvas->Hits().size(), 1U);
@@ -78,7 +75,7 @@ TEST(RefShape, AClickOnTheCopyIsTheCopys) {
 }
 
 TEST(RefShape, RefusesItselfAndWhatRefersToIt) {
-    Stage stage;
+    CopyStage stage;
     TZKOglRefShape* a = stage.Copy(stage.box, {0, 0, 0});
     TZKOglRefShape* b = stage.Copy(a, {0, 0, 0});
     const auto refusal = [](TZKOglRefShape* to, TCustomShape* reference) -> std::string {
@@ -98,7 +95,7 @@ TEST(RefShape, RefusesItselfAndWhatRefersToIt) {
 
 // A circle of three passes the check, which looks two levels deep. Playing it ends all the same.
 TEST(RefShape, ALongerCircleEnds) {
-    Stage stage;
+    CopyStage stage;
     TZKOglRefShape* a = stage.Copy(nullptr, {1, 0, 0});
     TZKOglRefShape* b = stage.Copy(a, {1, 0, 0});
     TZKOglRefShape* c = stage.Copy(b, {1, 0, 0});
@@ -114,7 +111,7 @@ TEST(RefShape, ALongerCircleEnds) {
 }
 
 TEST(RefShape, LosesItsReferenceWithItAlsoWhileItIsDrawn) {
-    Stage stage;
+    CopyStage stage;
     TZKOglRefShape* copy = stage.Copy(stage.box, {5, 6, 0});
     delete stage.box;
     EXPECT_EQ(copy->GetReference(), nullptr);
@@ -148,7 +145,7 @@ TEST(RefShape, LosesItsReferenceWithItAlsoWhileItIsDrawn) {
 }
 
 TEST(RefShape, AShapeWithoutThisCanvasIsNotDrawn) {
-    Stage stage;
+    CopyStage stage;
     GlForm other;
     other.window->move(500, 400);
     GlForm::Settle();

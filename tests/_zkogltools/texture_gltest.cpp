@@ -21,7 +21,6 @@ using namespace zk::test;
 
 namespace {
 
-const QColor black(0, 0, 0);
 const QStringList unitSquare{"0/0/0", "0/1/0", "1/1/0", "1/0/0"};
 
 int distance(const QColor& one, const QColor& other) {

@@ -110,27 +110,27 @@ QVariant valueOf(const QMetaProperty& property, const QString& text) {
     return text;
 }
 
-struct Row {
+struct PropertyRow {
     QStringList columns;
     int place;  // among those of its class that are events, or among those that are not
     QString Class() const { return columns.value(0); }
     QString Name() const { return columns.value(1); }
     bool IsEvent() const { return columns.value(2) == "event"; }
-    friend void PrintTo(const Row& row, std::ostream* out) { *out << row.columns.join(u' ').toStdString(); }
+    friend void PrintTo(const PropertyRow& row, std::ostream* out) { *out << row.columns.join(u' ').toStdString(); }
 };
 
-std::vector<Row> rows(bool events) {
-    std::vector<Row> chosen;
+std::vector<PropertyRow> propertyRows(bool events) {
+    std::vector<PropertyRow> chosen;
     std::map<QString, int> places;
     for (const QStringList& columns : ReadTable("published.txt")) {
-        const Row row{columns, 0};
+        const PropertyRow row{columns, 0};
         if (row.IsEvent() == events)
             chosen.push_back({columns, places[row.Class()]++});
     }
     return chosen;
 }
 
-std::string rowName(const testing::TestParamInfo<Row>& row) {
+std::string propertyRowName(const testing::TestParamInfo<PropertyRow>& row) {
     return TestName(row.param.Class() + '_' + row.param.Name());
 }
 
@@ -200,10 +200,10 @@ std::string className(const testing::TestParamInfo<QString>& name) {
 
 }  // namespace
 
-class Published : public testing::TestWithParam<Row> {};
+class Published : public testing::TestWithParam<PropertyRow> {};
 
 TEST_P(Published, Property) {
-    const Row& row = GetParam();
+    const PropertyRow& row = GetParam();
     const Silent silent;
     const Class& kind = classes().at(row.Class());
     Count("properties", row.Class());
@@ -252,12 +252,12 @@ TEST_P(Published, Property) {
     EXPECT_EQ(read.toStdString(), text(property, property.read(object.get())).toStdString());
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, Published, testing::ValuesIn(rows(false)), rowName);
+INSTANTIATE_TEST_SUITE_P(Table, Published, testing::ValuesIn(propertyRows(false)), propertyRowName);
 
-class Events : public testing::TestWithParam<Row> {};
+class Events : public testing::TestWithParam<PropertyRow> {};
 
 TEST_P(Events, Signal) {
-    const Row& row = GetParam();
+    const PropertyRow& row = GetParam();
     const Class& kind = classes().at(row.Class());
     Count("events", row.Class());
     std::vector<QMetaMethod> events = eventsOf(kind.meta, true);
@@ -274,14 +274,14 @@ TEST_P(Events, Signal) {
     EXPECT_EQ(events[std::size_t(row.place)].parameterTypes().first(), "QObject*");
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, Events, testing::ValuesIn(rows(true)), rowName);
+INSTANTIATE_TEST_SUITE_P(Table, Events, testing::ValuesIn(propertyRows(true)), propertyRowName);
 
 class Complete : public testing::TestWithParam<QString> {};
 
 TEST_P(Complete, NothingElseIsPublished) {
     const QMetaObject* meta = classes().at(GetParam()).meta;
     QStringList expected;
-    for (const Row& row : rows(false))
+    for (const PropertyRow& row : propertyRows(false))
         if (row.Class() == GetParam())
             expected << row.Name();
     QStringList found;

@@ -13,13 +13,13 @@ using namespace zk::test;
 
 namespace {
 
-struct Row {
+struct ValueRow {
     QStringList columns;
-    friend void PrintTo(const Row& row, std::ostream* out) { *out << row.columns.join(u' ').toStdString(); }
+    friend void PrintTo(const ValueRow& row, std::ostream* out) { *out << row.columns.join(u' ').toStdString(); }
 };
 
-std::vector<Row> rows(const QString& kind) {
-    std::vector<Row> chosen;
+std::vector<ValueRow> valueRows(const QString& kind) {
+    std::vector<ValueRow> chosen;
     for (const QStringList& columns : ReadTable("values.txt"))
         if (columns[0] == kind)
             chosen.push_back({columns.mid(1)});
@@ -108,14 +108,14 @@ int openGlNumber(const QString& type, int value, int otherwise) {
     return otherwise;
 }
 
-std::string rowName(const testing::TestParamInfo<Row>& row) {
+std::string valueName(const testing::TestParamInfo<ValueRow>& row) {
     const bool constant = row.param.columns[1][0].isDigit() || row.param.columns[1][0] == u'-';
     return TestName(constant ? row.param.columns[0] : row.param.columns[0] + '_' + row.param.columns[1]);
 }
 
 }  // namespace
 
-class Enumerations : public testing::TestWithParam<Row> {};
+class Enumerations : public testing::TestWithParam<ValueRow> {};
 
 TEST_P(Enumerations, Value) {
     const QStringList& row = GetParam().columns;
@@ -141,11 +141,11 @@ TEST_P(Enumerations, Value) {
     EXPECT_EQ(openGlNumber(row[0], ordinal, number), number);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, Enumerations, testing::ValuesIn(rows("enum")), rowName);
+INSTANTIATE_TEST_SUITE_P(Table, Enumerations, testing::ValuesIn(valueRows("enum")), valueName);
 
 TEST(EnumerationsTable, HasAllValues) {
     std::map<QString, int> counts;
-    for (const Row& row : rows("enum"))
+    for (const ValueRow& row : valueRows("enum"))
         ++counts[row.columns[0]];
     for (int i = 0; i < zk::staticMetaObject.enumeratorCount(); ++i) {
         const QMetaEnum meta = zk::staticMetaObject.enumerator(i);
@@ -153,7 +153,7 @@ TEST(EnumerationsTable, HasAllValues) {
     }
 }
 
-class Constants : public testing::TestWithParam<Row> {};
+class Constants : public testing::TestWithParam<ValueRow> {};
 
 TEST_P(Constants, Value) {
     const QStringList& row = GetParam().columns;
@@ -163,8 +163,8 @@ TEST_P(Constants, Value) {
     EXPECT_EQ(numbers(row[1]), all.at(row[0]));
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, Constants, testing::ValuesIn(rows("constant")), rowName);
+INSTANTIATE_TEST_SUITE_P(Table, Constants, testing::ValuesIn(valueRows("constant")), valueName);
 
 TEST(ConstantsTable, HasAllConstants) {
-    EXPECT_EQ(rows("constant").size(), constants().size());
+    EXPECT_EQ(valueRows("constant").size(), constants().size());
 }

@@ -57,10 +57,10 @@ class Sleeper : public TTimer {
 };
 
 /// Fails at every tick.
-class Failing : public TTimer {
+class FailingTimer : public TTimer {
   public:
     using TTimer::TTimer;
-    ~Failing() override { AnnounceRemoval(); }
+    ~FailingTimer() override { AnnounceRemoval(); }
     void Timer() override { throw std::runtime_error("no tick today"); }
 };
 
@@ -182,7 +182,7 @@ TEST_F(TimerTest, AnErrorOfAHandlerIsTold) {
 TEST_F(TimerTest, AnErrorOfAnOverrideIsToldToo) {
     std::vector<std::string> messages;
     const MessageHandler before = SetMessageHandler([&](const std::string& text) { messages.push_back(text); });
-    Failing timer;
+    FailingTimer timer;
     timer.SetInterval(10);
     TTimer::AdvanceTime(30);
     SetMessageHandler(before);

@@ -7,6 +7,7 @@
 #include <zk/_zkogltools.h>
 #include <zk/host/message.h>
 
+#include <QColor>
 #include <QImage>
 #include <QStringList>
 #include <QWidget>
@@ -14,6 +15,10 @@
 #include <memory>
 
 namespace zk::test {
+
+/// What the screen shows of shapes in one full color that nothing lights (`GlForm::MakeFlat`). 254 and not 255, as a
+/// component of a color goes to OpenGL in 256ths.
+inline const QColor red(254, 0, 0), green(0, 254, 0), blue(0, 0, 254), black(0, 0, 0);
 
 /// Collects the messages of its scope instead of showing them.
 class MessageCatcher {

@@ -17,7 +17,7 @@
 
 namespace zk {
 
-static const ReferenceProperty<TZKOglLight, TZkOglCanvas> canvasProperty("ZkOglCanvas");
+static const ReferenceProperty<TZKOglLight, TZkOglCanvas> lightCanvasProperty("ZkOglCanvas");
 
 TZKOglLight::TZKOglLight(QObject* owner) : Tlight(owner) {}
 

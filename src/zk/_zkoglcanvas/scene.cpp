@@ -20,7 +20,7 @@
 
 namespace zk {
 
-static const ReferenceProperty<TZKOglScene, TZkOglCanvas> canvasProperty("ZkOglCanvas");
+static const ReferenceProperty<TZKOglScene, TZkOglCanvas> sceneCanvasProperty("ZkOglCanvas");
 static const ReferenceTarget<TZKOglScene> sceneTarget;
 
 TZKOglScene::TZKOglScene(QObject* owner) : TDisplayList(owner), attributes_(std::make_unique<Tattributes>()) {

@@ -37,7 +37,7 @@ void addOutline(TlistOFxyzArray& list, std::initializer_list<TXYZ> points) {
 
 }  // namespace
 
-static const ReferenceProperty<TZKOglNav, TZkOglCanvas> canvasProperty("ZkOglCanvas");
+static const ReferenceProperty<TZKOglNav, TZkOglCanvas> navigatorCanvasProperty("ZkOglCanvas");
 static const ReferenceTarget<TZKOglNav> navigatorTarget;
 
 TZKOglNav::TZKOglNav(QWidget* parent) : QWidget(parent), ComponentBase(this), menu_(new QMenu(this)) {

@@ -81,7 +81,7 @@ struct Placement {
 }  // namespace
 
 static const ReferenceProperty<TCustomShape, TDisplayList> sceneProperty("Scene");
-static const ReferenceTarget<TCustomShape> shapeTarget;
+static const ReferenceTarget<TCustomShape> customShapeTarget;
 
 TCustomShape::TCustomShape(QObject* owner) : TZkShape(owner), attributes_(std::make_unique<Tattributes>()) {
     attributes_->HookChanges(this, [this](QObject* sender) { Changed(sender); });

@@ -4,7 +4,7 @@
 
 namespace zk {
 
-static const ReferenceTarget<TZKOglShape> shapeTarget;
+static const ReferenceTarget<TZKOglShape> oglShapeTarget;
 
 TZKOglShape::TZKOglShape(QObject* owner) : TCustomShape(owner) {}
 
