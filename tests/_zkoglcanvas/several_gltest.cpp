@@ -4,6 +4,7 @@
 #include "glstate.h"
 #include "picturefiles.h"
 #include "rounds.h"
+#include "sanitizers.h"
 
 #include <zk/_zkdevice/changebracket.h>
 #include <zk/_zkoglcanvas/glapi.h>
@@ -27,11 +28,6 @@ using namespace zk;
 using namespace zk::test;
 
 namespace {
-
-const QColor red(254, 0, 0);
-const QColor green(0, 254, 0);
-const QColor blue(0, 0, 254);
-const QColor black(0, 0, 0);
 
 /// Everything that lives in a context: lists, a picture, lights, a view.
 struct Content {
@@ -155,7 +151,7 @@ std::string livingObjects(TZkOglCanvas& canvas) {
 /// What the process has in memory, in MiB; 0 where it does not say much: with sanitizers freed memory is not used
 /// again.
 double memoryInUse() {
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef ZKOGL_ADDRESS_SANITIZER
     return 0;
 #else
     std::ifstream file("/proc/self/statm");

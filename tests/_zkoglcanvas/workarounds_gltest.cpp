@@ -1,6 +1,7 @@
 // Each driver workaround does what docs/drivers.md says, and can be switched off.
 #include "glform.h"
 #include "glrecorder.h"
+#include "sanitizers.h"
 
 #include <zk/_zkoglcanvas/glapi.h>
 #include <zk/_zkoglcanvas/rendercontext.h>
@@ -26,7 +27,6 @@ using namespace zk::test;
 
 namespace {
 
-const QColor red(254, 0, 0);
 const QColor magenta(255, 0, 255);
 
 /// Off for its scope.
@@ -189,7 +189,7 @@ TEST(Workarounds, ListStripsEndInATriangle) {
     EXPECT_EQ(triangles(cone), 0);
 }
 
-#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__GLIBC__) && !defined(ZKOGL_ADDRESS_SANITIZER)
 // The heap of the whole process, the driver's part of it included. The sanitizers' heap does not tell.
 qint64 heap() {
     const struct mallinfo2 info = mallinfo2();

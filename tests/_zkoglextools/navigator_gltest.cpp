@@ -1,6 +1,7 @@
 #include "glform.h"
 #include "glrecorder.h"
 #include "navsupport.h"
+#include "sanitizers.h"
 
 #include <zk/_zkoglextools.h>
 
@@ -60,7 +61,7 @@ class NavForm : public GlForm {
 
 // 0 where the C library does not tell, or a sanitizer has the heap.
 long long heapInUse() {
-#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__GLIBC__) && !defined(ZKOGL_ADDRESS_SANITIZER)
     return static_cast<long long>(mallinfo2().uordblks);
 #else
     return 0;

@@ -1,3 +1,5 @@
+#include "sanitizers.h"
+
 #include <zk/_zkxyz/blocks.h>
 
 #include <gtest/gtest.h>
@@ -75,7 +77,7 @@ TEST(Blocks, AreSafeFromSeveralThreads) {
         thread.join();
 }
 
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef ZKOGL_ADDRESS_SANITIZER
 TEST(BlocksDeathTest, SpareRoomIsClosedToTheSanitizer) {
     char* block = static_cast<char*>(BlockNew(8));
     block = static_cast<char*>(BlockGrow(&record, block, 8, 16));

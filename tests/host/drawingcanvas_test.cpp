@@ -335,10 +335,10 @@ TEST_F(DrawingCanvasTest, TextsArePlacedByTheirFlags) {
 
 TEST_F(DrawingCanvasTest, NumbersFarOutAreHarmless) {
     for (const int far : {INT_MIN, INT_MAX}) {
-        const std::array<QPoint, 4> points{QPoint(far, far), QPoint(3, far), QPoint(far, 3), QPoint(-far / 2, 5)};
+        const std::array<QPoint, 4> points{QPoint(far, far), QPoint(3, far), QPoint(far, 3), QPoint(far / -2, 5)};
         canvas.MoveTo(far, far);
-        canvas.LineTo(far, -far / 2);
-        EXPECT_EQ(canvas.GetPenPos(), QPoint(far, -far / 2));
+        canvas.LineTo(far, far / -2);
+        EXPECT_EQ(canvas.GetPenPos(), QPoint(far, far / -2));
         canvas.Polygon(points);
         canvas.Polyline(points);
         canvas.PolyBezier(points);

@@ -275,7 +275,7 @@ bool Mesh::Divides(std::uint32_t notch, std::uint32_t to) const {
     const TXY& at = corners_[notch].at;
     const TXY& next = corners_[notch + 1 < n ? notch + 1 : 0].at;
     const TXY& q = corners_[to].at;
-    return (RoughTurn(previous, at, q).value >= 0) & (RoughTurn(q, at, next).value >= 0);
+    return int(RoughTurn(previous, at, q).value >= 0) & int(RoughTurn(q, at, next).value >= 0);  // without a branch
 }
 
 // How many notches a cut divides.
