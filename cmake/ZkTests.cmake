@@ -22,11 +22,15 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
 endif()
 
 # Each unit has a test program of its own, and all of them the same libraries below: linking takes its time, and gold two thirds
-# of it.
-check_linker_flag(CXX -fuse-ld=gold ZKOGL_HAS_GOLD)
-if(ZKOGL_HAS_GOLD)
-  target_link_options(zk_test_options INTERFACE -fuse-ld=gold)
-  target_link_options(zk_geometry_test_options INTERFACE -fuse-ld=gold)
+# of it. Clang's sanitizers export names that gold complains about; LLVM's own linker does not, and is no slower.
+set(linker gold)
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  set(linker lld)
+endif()
+check_linker_flag(CXX -fuse-ld=${linker} ZKOGL_HAS_LINKER)
+if(ZKOGL_HAS_LINKER)
+  target_link_options(zk_test_options INTERFACE -fuse-ld=${linker})
+  target_link_options(zk_geometry_test_options INTERFACE -fuse-ld=${linker})
 endif()
 
 if(NOT ZKOGL_GEOMETRY_ONLY)
@@ -70,6 +74,7 @@ function(zk_add_test name)
     target_link_libraries(${name} PRIVATE ${test_DEPENDS} Qt6::Test zk_test_options)
     set_target_properties(${name} PROPERTIES AUTOMOC ${test_MOC})
     zk_reuse_test_headers(${name})
+    zk_compile_together(${name})
   else()
     target_link_libraries(${name} PRIVATE ${test_DEPENDS} zk_geometry_test_options)
   endif()

@@ -35,8 +35,8 @@ if(ZKOGL_PRECOMPILE_HEADERS AND ZKOGL_SANITIZE AND NOT ZKOGL_GEOMETRY_ONLY)
     <QColor> <QImage> <QPointer> <QScopeGuard> <QVariant> <QWidget>)
 endif()
 
-# What uses Qt's headers and is part of no unit: a target whose headers nobody else includes.
-# zk_precompile_program_headers(<target>)
+# Programs and libraries that use Qt's headers and are part of no unit: zk_precompile_program_headers(<target>) for
+# one with libraries of Qt that others do not have, zk_reuse_program_headers(<target>...) for those that know ZKOgl::Core.
 function(zk_precompile_program_headers target)
   if(ZKOGL_PRECOMPILE_HEADERS)
     target_precompile_headers(${target} PRIVATE
@@ -44,6 +44,40 @@ function(zk_precompile_program_headers target)
       <QApplication> <QHash> <QImage> <QPainter> <QPointer> <QTimer> <QVariant> <QWidget>)
   endif()
 endfunction()
+
+if(ZKOGL_PRECOMPILE_HEADERS AND NOT ZKOGL_GEOMETRY_ONLY)
+  file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/headers/program.cpp CONTENT "")
+  add_library(zk_program_headers OBJECT ${PROJECT_BINARY_DIR}/headers/program.cpp)
+  target_link_libraries(zk_program_headers PRIVATE Qt6::Widgets zk_options)
+  zk_precompile_program_headers(zk_program_headers)
+endif()
+
+function(zk_reuse_program_headers)
+  if(TARGET zk_program_headers)
+    foreach(target IN LISTS ARGN)
+      target_precompile_headers(${target} REUSE_FROM zk_program_headers)
+    endforeach()
+  endif()
+endfunction()
+
+# What takes time is the headers and what is made of their templates, and for several sources at once that is done once. What
+# stands in an unnamed namespace then has to have a name of its own within the target.
+# zk_compile_together(<target>...): after its libraries have been named.
+function(zk_compile_together)
+  if(ZKOGL_COMPILE_TOGETHER)
+    set_target_properties(${ARGN} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+    foreach(target IN LISTS ARGN)
+      target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zk_together_options>)
+    endforeach()
+  endif()
+endfunction()
+
+# A name may be that of something in another source, and an unnamed namespace is the source's, not that of the file that
+# includes it. A library's, as they have to come after those of zk_options.
+add_library(zk_together_options INTERFACE)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(zk_together_options INTERFACE -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 
 # Programs and libraries are found from each other's places, so that an installed tree can be moved.
 # zk_set_install_rpath(<target> <folder that it is installed to>)
@@ -106,6 +140,7 @@ function(zk_add_unit name)
     set(component Core)
     if(TARGET zk_unit_headers)
       target_precompile_headers(${name} REUSE_FROM zk_unit_headers)
+      zk_compile_together(${name})
     endif()
   endif()
   zk_install_unit(${name} ${component} "${unit_INTERNAL}")
