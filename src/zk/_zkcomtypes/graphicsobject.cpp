@@ -1,5 +1,7 @@
 #include "graphicsobject.h"
 
+#include <QString>
+
 namespace zk {
 
 namespace {

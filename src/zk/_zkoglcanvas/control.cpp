@@ -7,8 +7,10 @@
 #include <zk/host/componentref.h>
 #include <zk/host/message.h>
 
+#include <QMargins>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPalette>
 #include <QPointer>
 
 #include <cmath>

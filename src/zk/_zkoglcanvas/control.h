@@ -4,6 +4,7 @@
 #include <zk/host/component.h>
 #include <zk/host/shiftstate.h>
 
+#include <QPoint>
 #include <QRectF>
 #include <QWidget>
 

@@ -2,6 +2,7 @@
 
 #include <zk/_zkoglcanvas/glapi.h>
 
+#include <QByteArray>
 #include <QOpenGLExtraFunctions>
 
 #include <algorithm>

@@ -12,6 +12,8 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPalette>
+#include <QStyle>
 #include <QStyleOptionFocusRect>
 #include <qdrawutil.h>
 

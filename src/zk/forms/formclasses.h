@@ -3,6 +3,7 @@
 #include <zk/export.h>
 
 #include <QObject>
+#include <QString>
 #include <QStringView>
 
 #include <span>

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPaintDevice>
 #include <QPainterPath>
+#include <QPolygon>
 
 #include <algorithm>
 #include <array>

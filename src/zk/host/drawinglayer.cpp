@@ -6,6 +6,9 @@
 #include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPoint>
+#include <QSize>
+#include <QString>
 
 #include <utility>
 

@@ -5,6 +5,8 @@
 #include <QColor>
 #include <QImage>
 #include <QObject>
+#include <QPainter>
+#include <QPoint>
 #include <QPointer>
 #include <QRect>
 #include <QRegion>

@@ -5,8 +5,10 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QList>
 #include <QSet>
 #include <QStringList>
+#include <QVariant>
 #include <QWidget>
 
 #include <algorithm>

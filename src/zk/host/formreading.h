@@ -5,6 +5,7 @@
 #include <zk/host/componentref.h>
 
 #include <QHash>
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QString>

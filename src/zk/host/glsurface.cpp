@@ -6,6 +6,9 @@
 #include <QEvent>
 #include <QLabel>
 #include <QPlatformSurfaceEvent>
+#include <QRect>
+#include <QSize>
+#include <QString>
 #include <QWindow>
 
 namespace zk {

@@ -3,12 +3,16 @@
 #include <zk/export.h>
 
 #include <QPointer>
+#include <QSize>
+#include <QString>
 #include <QSurfaceFormat>
 #include <QWidget>
 
 #include <memory>
 
 class QLabel;
+class QPaintEngine;
+class QPaintEvent;
 class QWindow;
 
 namespace zk {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QObject>
 #include <QPointer>
 #include <QStringList>
 

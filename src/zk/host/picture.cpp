@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QList>
 #include <QPainter>
 #include <QProcess>
 

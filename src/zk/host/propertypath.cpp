@@ -1,5 +1,6 @@
 #include "propertypath.h"
 
+#include <QByteArray>
 #include <QColor>
 #include <QMetaEnum>
 #include <QStringList>

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QOpenGLContext>
+#include <QString>
 
 #include <utility>
 

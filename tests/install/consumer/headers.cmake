@@ -1,5 +1,5 @@
 # Each installed header stands alone: some source begins with it. Of most that is one of the library itself, which was
-# compiled before; the others are compiled here. All together bear each other, in any case, and being included twice.
+# compiled before (what precompiled headers hide there, ../includes.pl looks for); the others are compiled here. All together bear each other, in any case, and being included twice.
 # Compiling each of them here took longer than all else that is done with the installed library together.
 
 set(COMPILED "" CACHE FILEPATH "The names of sources that have been compiled, one to a line")

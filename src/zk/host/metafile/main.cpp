@@ -13,6 +13,8 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
+#include <QPoint>
+#include <QRect>
 #include <QSvgRenderer>
 
 #include <cstdio>

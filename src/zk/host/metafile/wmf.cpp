@@ -2,7 +2,9 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QPoint>
 #include <QRectF>
+#include <QString>
 #include <QtEndian>
 
 #include <algorithm>
