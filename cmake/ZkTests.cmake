@@ -22,7 +22,7 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
 endif()
 
 # Each unit has a test program of its own, and all of them the same libraries below: linking takes its time, and gold two thirds
-# of it. Clang's sanitizers export names that gold complains about; LLVM's own linker does not, and is no slower.
+# of it. Clang's sanitizers export names that gold complains about; LLVM's own linker does not.
 set(linker gold)
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   set(linker lld)
@@ -39,6 +39,7 @@ if(NOT ZKOGL_GEOMETRY_ONLY)
   # precompiled headers need.
   set_property(TARGET Qt6::Test PROPERTY INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
 endif()
+# For targets that know the test runner and Qt's.
 if(ZKOGL_PRECOMPILE_HEADERS AND TARGET GTest::gtest AND NOT ZKOGL_GEOMETRY_ONLY)
   file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/headers/test.cpp CONTENT "")
   add_library(zk_test_headers OBJECT ${PROJECT_BINARY_DIR}/headers/test.cpp)
@@ -53,15 +54,6 @@ endif()
 # share the user's, one after the other.
 find_program(ZKOGL_XVFB_RUN xvfb-run)
 
-# zk_reuse_test_headers(<target>...): for targets that know the test runner and Qt's.
-function(zk_reuse_test_headers)
-  if(TARGET zk_test_headers)
-    foreach(target IN LISTS ARGN)
-      target_precompile_headers(${target} REUSE_FROM zk_test_headers)
-    endforeach()
-  endif()
-endfunction()
-
 # zk_add_test(<name> SOURCES <file>... [DEPENDS <unit or library>...] [QT] [MOC] [ENVIRONMENT <NAME=value>...] [COST <cost>])
 #   One executable of the test runner. QT: it uses Qt; MOC: it has classes that moc must read, which takes its time. It leaves
 #   its counts as XML in the build folder's test-results, where `dev` adds them up. What has a cost begins before the others,
@@ -73,7 +65,7 @@ function(zk_add_test name)
   if(test_QT)
     target_link_libraries(${name} PRIVATE ${test_DEPENDS} Qt6::Test zk_test_options)
     set_target_properties(${name} PROPERTIES AUTOMOC ${test_MOC})
-    zk_reuse_test_headers(${name})
+    zk_reuse_headers(zk_test_headers ${name})
     zk_compile_together(${name})
   else()
     target_link_libraries(${name} PRIVATE ${test_DEPENDS} zk_geometry_test_options)

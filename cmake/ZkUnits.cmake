@@ -20,6 +20,16 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   endif()
 endif()
 
+# zk_reuse_headers(<target> <other>...): the others are compiled with the headers that the first has precompiled, where there is
+# such a target. They have its compiler options and know its libraries.
+function(zk_reuse_headers headers)
+  if(TARGET ${headers})
+    foreach(target IN LISTS ARGN)
+      target_precompile_headers(${target} REUSE_FROM ${headers})
+    endforeach()
+  endif()
+endfunction()
+
 # Qt's headers take most of the time in which the units are compiled. That a source lacks one of them does not show then; a test
 # (tests/install/includes.pl) looks for those that are missing.
 if(ZKOGL_PRECOMPILE_HEADERS AND NOT ZKOGL_GEOMETRY_ONLY)
@@ -35,8 +45,8 @@ if(ZKOGL_PRECOMPILE_HEADERS AND NOT ZKOGL_GEOMETRY_ONLY)
     <QColor> <QImage> <QPointer> <QScopeGuard> <QVariant> <QWidget>)
 endif()
 
-# Programs and libraries that use Qt's headers and are part of no unit: zk_precompile_program_headers(<target>) for
-# one with libraries of Qt that others do not have, zk_reuse_program_headers(<target>...) for those that know ZKOgl::Core.
+# Programs and libraries that use Qt's headers and are part of no unit share those of zk_program_headers, if they know
+# ZKOgl::Core; one that knows libraries of Qt that others do not has its own: zk_precompile_program_headers(<target>).
 function(zk_precompile_program_headers target)
   if(ZKOGL_PRECOMPILE_HEADERS)
     target_precompile_headers(${target} PRIVATE
@@ -51,14 +61,6 @@ if(ZKOGL_PRECOMPILE_HEADERS AND NOT ZKOGL_GEOMETRY_ONLY)
   target_link_libraries(zk_program_headers PRIVATE Qt6::Widgets zk_options)
   zk_precompile_program_headers(zk_program_headers)
 endif()
-
-function(zk_reuse_program_headers)
-  if(TARGET zk_program_headers)
-    foreach(target IN LISTS ARGN)
-      target_precompile_headers(${target} REUSE_FROM zk_program_headers)
-    endforeach()
-  endif()
-endfunction()
 
 # What takes time is the headers and what is made of their templates, and for several sources at once that is done once. What
 # stands in an unnamed namespace then has to have a name of its own within the target.
@@ -138,9 +140,7 @@ function(zk_add_unit name)
   if(unit_QT)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     set(component Core)
-    if(TARGET zk_unit_headers)
-      target_precompile_headers(${name} REUSE_FROM zk_unit_headers)
-    endif()
+    zk_reuse_headers(zk_unit_headers ${name})
     if(ZKOGL_SANITIZE) # elsewhere each source shows what its own header, which it includes first, lacks of this library's
       zk_compile_together(${name})
     endif()

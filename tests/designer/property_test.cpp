@@ -15,10 +15,10 @@
 namespace zk::test {
 namespace {
 
-const char* const shapesAndOthers[] = {"TZKOglShape",    "TZKOglBox",       "TZKOglSphere", "TZKOglPlane",
-                                       "TZKOglCylinder", "TZKOglRefShape",  "TZkOglCanvas", "TZKOglControl",
-                                       "TZKOglScene",    "TZKOglRefScene",  "TZKOglLight",  "TZKOglWay",
-                                       "TZKOglNav",      "TZkOglSequencer", "TZkOglTimer"};
+const char* const componentNames[] = {"TZKOglShape",    "TZKOglBox",       "TZKOglSphere", "TZKOglPlane",
+                                      "TZKOglCylinder", "TZKOglRefShape",  "TZkOglCanvas", "TZKOglControl",
+                                      "TZKOglScene",    "TZKOglRefScene",  "TZKOglLight",  "TZKOglWay",
+                                      "TZKOglNav",      "TZkOglSequencer", "TZkOglTimer"};
 
 bool isReference(const QMetaProperty& property) {
     return QByteArrayView(property.typeName()) == "zk::ComponentRef";
@@ -128,7 +128,7 @@ TEST_P(PropertyTest, EveryPropertyIsSetStoredAndReadAgain) {
     EXPECT_EQ(FormEditor::TakeMessages(), QStringList());
 }
 
-INSTANTIATE_TEST_SUITE_P(Components, PropertyTest, testing::ValuesIn(shapesAndOthers),
+INSTANTIATE_TEST_SUITE_P(Components, PropertyTest, testing::ValuesIn(componentNames),
                          [](const auto& one) { return std::string(one.param); });
 
 TEST(TriggerTest, APresetOfAMaterialIsStoredAsItsColoursAndUndone) {
